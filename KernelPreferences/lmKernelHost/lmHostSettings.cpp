@@ -1,0 +1,133 @@
+#include "lmHostSettings.h"
+
+#include "lmCallLog.h"
+#include "lmController.h"
+#include "lmImportOptions.h"
+#include "lmPlatform.h"
+#include "lmPreferences.h"
+#include "lmPreferencesHost.h"
+#include "OpenSG/OSGSceneFileHandler.h"
+
+#include <QStringList>
+
+#include <vector>
+
+namespace {
+
+const char *const kEditionNames[] = {"professional", "design", "essentials", "restricted"};
+const char *const kLanguageNames[] = {"english", "chinese", "japanese", "korean"};
+
+struct Settings
+{
+    lmHostSettings::Edition edition = lmHostSettings::Professional;
+    QString applicationName = QStringLiteral("LUMO");
+    QString versionName = QStringLiteral("LUMO 2026");
+    QString dataDir = QStringLiteral("/usr/share/lumo");
+    lmHostSettings::Language language = lmHostSettings::English;
+    QStringList errorLog;
+};
+
+Settings &settings()
+{
+    static Settings s;
+    return s;
+}
+
+std::vector<std::function<void()>> &resetHooks()
+{
+    static std::vector<std::function<void()>> hooks;
+    return hooks;
+}
+
+} // namespace
+
+lmHostSettings::Edition lmHostSettings::edition() { return settings().edition; }
+void lmHostSettings::setEdition(Edition edition) { settings().edition = edition; }
+
+QString lmHostSettings::editionName(Edition edition)
+{
+    return QString::fromLatin1(kEditionNames[edition]);
+}
+
+bool lmHostSettings::editionFromName(const QString &name, Edition &edition)
+{
+    for (int i = 0; i < 4; ++i)
+        if (name == QLatin1String(kEditionNames[i])) {
+            edition = static_cast<Edition>(i);
+            return true;
+        }
+    return false;
+}
+
+QString lmHostSettings::applicationName() { return settings().applicationName; }
+void lmHostSettings::setApplicationName(const QString &name) { settings().applicationName = name; }
+QString lmHostSettings::versionName() { return settings().versionName; }
+void lmHostSettings::setVersionName(const QString &name) { settings().versionName = name; }
+QString lmHostSettings::dataDir() { return settings().dataDir; }
+void lmHostSettings::setDataDir(const QString &dir) { settings().dataDir = dir; }
+
+lmHostSettings::Language lmHostSettings::displayLanguage() { return settings().language; }
+void lmHostSettings::setDisplayLanguage(Language language) { settings().language = language; }
+
+QString lmHostSettings::languageName(Language language)
+{
+    return QString::fromLatin1(kLanguageNames[language]);
+}
+
+bool lmHostSettings::languageFromName(const QString &name, Language &language)
+{
+    for (int i = 0; i < 4; ++i)
+        if (name == QLatin1String(kLanguageNames[i])) {
+            language = static_cast<Language>(i);
+            return true;
+        }
+    return false;
+}
+
+QStringList lmHostSettings::errorLog() { return settings().errorLog; }
+
+void lmHostSettings::resetHost()
+{
+    settings() = Settings();
+    lmPreferences::getData().clear();
+    lmCallLog::clear();
+    lmPreferencesHost::resetUnchanged();
+    osg::SceneFileHandler::the().clearOptions();
+    lmImportOptions::clearWritten();
+    for (const auto &hook : resetHooks())
+        hook();
+}
+
+void lmHostSettings::addResetHook(std::function<void()> hook)
+{
+    resetHooks().push_back(std::move(hook));
+}
+
+// Platform queries answer from the settings.
+
+QString lmPlatform::getApplicationName() { return settings().applicationName; }
+QString lmPlatform::getVersionName() { return settings().versionName; }
+QString lmPlatform::getDataDir() { return settings().dataDir; }
+
+QSize lmPlatform::getIconSize(IconSize size)
+{
+    switch (size) {
+    case SmallIcon:
+        return QSize(16, 16);
+    case MediumIcon:
+        return QSize(24, 24);
+    case LargeIcon:
+        break;
+    }
+    return QSize(32, 32);
+}
+
+void lmLog::error(const QString &message)
+{
+    settings().errorLog.append(message);
+}
+
+bool lmController::isProfessionalEdition() { return settings().edition == lmHostSettings::Professional; }
+bool lmController::isDesignEdition() { return settings().edition == lmHostSettings::Design; }
+bool lmController::isEssentialsEdition() { return settings().edition == lmHostSettings::Essentials; }
+bool lmController::isRestrictedEdition() { return settings().edition == lmHostSettings::Restricted; }

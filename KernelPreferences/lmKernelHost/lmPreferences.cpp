@@ -1,0 +1,311 @@
+#include "lmPreferences.h"
+
+#include "lmPreferencesCategory.h"
+#include "lmPreferencesHost.h"
+
+#include <QWidget>
+
+#include <algorithm>
+#include <map>
+
+namespace {
+
+struct Registry
+{
+    std::vector<lmPreferencesHost::Category> categories;
+    std::vector<lmPreferencesHost::Page> pages;
+    std::map<int, std::function<void()>> pagesListeners;
+    int nextListener = 1;
+};
+
+Registry &registry()
+{
+    static Registry r;
+    return r;
+}
+
+lmMessage *&currentStore()
+{
+    static lmMessage store;
+    static lmMessage *current = &store;
+    return current;
+}
+
+const void *objectOf(const lmPreferencesHost::Category &category)
+{
+    return category.preferences ? static_cast<const void *>(category.preferences)
+                                : static_cast<const void *>(category.category);
+}
+
+void notifyPagesChanged()
+{
+    const auto listeners = registry().pagesListeners;
+    for (const auto &entry : listeners)
+        entry.second();
+}
+
+} // namespace
+
+// lmPreferences
+
+lmPreferences::lmPreferences(const QString &group, const QString &page) : m_group(group), m_page(page)
+{
+    lmPreferencesHost::Category category;
+    category.preferences = this;
+    category.group = group;
+    category.page = page;
+    lmPreferencesHost::registerCategory(category);
+}
+
+lmPreferences::~lmPreferences()
+{
+    lmPreferencesHost::unregisterCategory(this);
+}
+
+void lmPreferences::preferencesNewScene(lmMessage &) {}
+
+void lmPreferences::preferencesLoaded(lmMessage &)
+{
+    updateGUI();
+}
+
+void lmPreferences::preferencesInitialApply(lmMessage &)
+{
+    apply();
+}
+
+lmMessage &lmPreferences::getData()
+{
+    return *currentStore();
+}
+
+void lmPreferences::addPreferencesGUI(QWidget *widget)
+{
+    if (!widget || lmPreferencesHost::hasPage(widget))
+        return;
+    lmPreferencesHost::Page page;
+    page.group = m_group;
+    page.page = m_page;
+    page.widget = widget;
+    page.owner.preferences = this;
+    page.owner.group = m_group;
+    page.owner.page = m_page;
+    lmPreferencesHost::addPage(page);
+}
+
+void lmPreferences::subPreferencesGUI(QWidget *widget)
+{
+    lmPreferencesHost::removePage(widget);
+}
+
+bool lmPreferences::isChanged(const char *key) const
+{
+    return m_unchanged.count(key) == 0;
+}
+
+void lmPreferences::addUnchanged(const char *key)
+{
+    m_unchanged.insert(key);
+}
+
+// lmPreferencesCategory
+
+lmPreferencesCategory::lmPreferencesCategory(const QString &name) : QWidget(nullptr), m_name(name)
+{
+    lmPreferencesHost::Category category;
+    category.category = this;
+    category.group = name;
+    lmPreferencesHost::registerCategory(category);
+}
+
+lmPreferencesCategory::~lmPreferencesCategory()
+{
+    lmPreferencesHost::removePage(this);
+    lmPreferencesHost::unregisterCategory(this);
+}
+
+void lmPreferencesCategory::newScene() {}
+
+void lmPreferencesCategory::registerCategory()
+{
+    if (lmPreferencesHost::hasPage(this))
+        return;
+    lmPreferencesHost::Page page;
+    page.group = m_name;
+    page.widget = this;
+    page.owner.category = this;
+    page.owner.group = m_name;
+    lmPreferencesHost::addPage(page);
+}
+
+bool lmPreferencesCategory::isChanged(const QString &key) const
+{
+    return !m_unchanged.contains(key);
+}
+
+void lmPreferencesCategory::addUnchanged(const QString &key)
+{
+    m_unchanged.insert(key);
+}
+
+// lmPreferencesHost
+
+std::vector<lmPreferencesHost::Category> lmPreferencesHost::categories()
+{
+    return registry().categories;
+}
+
+std::vector<lmPreferencesHost::Page> lmPreferencesHost::pages()
+{
+    return registry().pages;
+}
+
+bool lmPreferencesHost::hasPage(const QWidget *widget)
+{
+    const auto &pages = registry().pages;
+    return std::any_of(pages.begin(), pages.end(), [widget](const Page &p) { return p.widget == widget; });
+}
+
+void lmPreferencesHost::setDefault(const Category &category, bool overwrite)
+{
+    if (category.preferences)
+        category.preferences->setDefault(lmPreferences::getData(), overwrite);
+    else if (category.category)
+        category.category->setDefault(overwrite);
+}
+
+void lmPreferencesHost::apply(const Category &category)
+{
+    if (category.preferences)
+        category.preferences->apply();
+    else if (category.category)
+        category.category->apply();
+}
+
+void lmPreferencesHost::updateGUI(const Category &category)
+{
+    if (category.preferences)
+        category.preferences->updateGUI();
+    else if (category.category)
+        category.category->updateGUI();
+}
+
+void lmPreferencesHost::storeGUI(const Category &category)
+{
+    if (category.preferences)
+        category.preferences->storeGUI();
+    else if (category.category)
+        category.category->storeGUI();
+}
+
+void lmPreferencesHost::newScene(const Category &category)
+{
+    if (category.preferences)
+        category.preferences->preferencesNewScene(lmPreferences::getData());
+    else if (category.category)
+        category.category->newScene();
+}
+
+void lmPreferencesHost::setDefaultAll(bool overwrite)
+{
+    for (const Category &category : categories())
+        setDefault(category, overwrite);
+}
+
+void lmPreferencesHost::applyAll()
+{
+    for (const Category &category : categories())
+        apply(category);
+}
+
+void lmPreferencesHost::updateGUIAll()
+{
+    for (const Category &category : categories())
+        updateGUI(category);
+}
+
+void lmPreferencesHost::storeGUIAll()
+{
+    for (const Category &category : categories())
+        storeGUI(category);
+}
+
+void lmPreferencesHost::newSceneAll()
+{
+    for (const Category &category : categories())
+        newScene(category);
+}
+
+void lmPreferencesHost::resetUnchanged()
+{
+    for (const Category &category : registry().categories) {
+        if (category.preferences)
+            category.preferences->m_unchanged.clear();
+        else if (category.category)
+            category.category->m_unchanged.clear();
+    }
+}
+
+std::vector<std::string> lmPreferencesHost::unchangedKeys(const Category &category)
+{
+    std::vector<std::string> keys;
+    if (category.preferences)
+        keys.assign(category.preferences->m_unchanged.begin(), category.preferences->m_unchanged.end());
+    else if (category.category)
+        for (const QString &key : category.category->m_unchanged)
+            keys.push_back(key.toStdString());
+    std::sort(keys.begin(), keys.end());
+    return keys;
+}
+
+lmMessage *lmPreferencesHost::swapStore(lmMessage *store)
+{
+    lmMessage *previous = currentStore();
+    currentStore() = store;
+    return previous;
+}
+
+int lmPreferencesHost::addPagesListener(std::function<void()> listener)
+{
+    const int id = registry().nextListener++;
+    registry().pagesListeners.emplace(id, std::move(listener));
+    return id;
+}
+
+void lmPreferencesHost::removePagesListener(int id)
+{
+    registry().pagesListeners.erase(id);
+}
+
+void lmPreferencesHost::registerCategory(const Category &category)
+{
+    registry().categories.push_back(category);
+}
+
+void lmPreferencesHost::unregisterCategory(const void *object)
+{
+    auto &categories = registry().categories;
+    categories.erase(std::remove_if(categories.begin(), categories.end(),
+                                    [object](const Category &c) { return objectOf(c) == object; }),
+                     categories.end());
+    auto &pages = registry().pages;
+    pages.erase(std::remove_if(pages.begin(), pages.end(),
+                               [object](const Page &p) { return objectOf(p.owner) == object; }),
+                pages.end());
+}
+
+void lmPreferencesHost::addPage(const Page &page)
+{
+    registry().pages.push_back(page);
+    notifyPagesChanged();
+}
+
+void lmPreferencesHost::removePage(const QWidget *widget)
+{
+    auto &pages = registry().pages;
+    const auto end = std::remove_if(pages.begin(), pages.end(), [widget](const Page &p) { return p.widget == widget; });
+    if (end == pages.end())
+        return;
+    pages.erase(end, pages.end());
+    notifyPagesChanged();
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "lmHostApi.h"
+
+#include <QString>
+
+class lmMessage;
+
+// Static entry points of the host kernel's controller.
+class LM_HOST_API lmController
+{
+public:
+    // Editions and process kind.
+    static bool isProfessionalEdition();
+    static bool isDesignEdition();
+    static bool isEssentialsEdition();
+    static bool isRestrictedEdition();
+
+    // Main window.
+
+    // Devices.
+
+    // Navigator.
+
+    // Web interface.
+
+    // Help and generic commands.
+
+    // File I/O.
+
+    // Render options.
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "lmHostApi.h"
+
+// Static setters and queries of the host's render view.
+class LM_HOST_API lmOSGWidget
+{
+public:
+    // Camera.
+    static void setFov(int view, float degrees);
+    static void setGlobalEyeSeparation(float separation);
+    static void setGlobalZeroParallaxDistance(float distance);
+    static void setPowerwallWindow(int view, float width, float height, float distance);
+
+    // Devices.
+
+    // Navigator.
+
+    // Selection.
+
+    // Render options.
+
+    // Virtual reality.
+};
