@@ -1,0 +1,8 @@
+#include "lmScenegraph.h"
+
+#include "lmCallLog.h"
+#include "lmHostSettings.h"
+
+// Selection.
+
+// Render options.
