@@ -24,6 +24,7 @@ struct Settings
     QString versionName = QStringLiteral("LUMO 2026");
     QString dataDir = QStringLiteral("/usr/share/lumo");
     lmHostSettings::Language language = lmHostSettings::English;
+    bool analysisMode = false;
     QStringList errorLog;
 };
 
@@ -65,6 +66,9 @@ QString lmHostSettings::versionName() { return settings().versionName; }
 void lmHostSettings::setVersionName(const QString &name) { settings().versionName = name; }
 QString lmHostSettings::dataDir() { return settings().dataDir; }
 void lmHostSettings::setDataDir(const QString &dir) { settings().dataDir = dir; }
+
+bool lmHostSettings::analysisMode() { return settings().analysisMode; }
+void lmHostSettings::setAnalysisMode(bool on) { settings().analysisMode = on; }
 
 lmHostSettings::Language lmHostSettings::displayLanguage() { return settings().language; }
 void lmHostSettings::setDisplayLanguage(Language language) { settings().language = language; }
@@ -131,3 +135,4 @@ bool lmController::isProfessionalEdition() { return settings().edition == lmHost
 bool lmController::isDesignEdition() { return settings().edition == lmHostSettings::Design; }
 bool lmController::isEssentialsEdition() { return settings().edition == lmHostSettings::Essentials; }
 bool lmController::isRestrictedEdition() { return settings().edition == lmHostSettings::Restricted; }
+bool lmController::getAnalysisMode() { return settings().analysisMode; }

@@ -27,6 +27,9 @@ public:
     static QString dataDir();
     static void setDataDir(const QString &dir);
 
+    static bool analysisMode();
+    static void setAnalysisMode(bool on);
+
     static Language displayLanguage();
     static void setDisplayLanguage(Language language);
     static QString languageName(Language language);

@@ -15,6 +15,8 @@ public:
     static bool isDesignEdition();
     static bool isEssentialsEdition();
     static bool isRestrictedEdition();
+    // True while the host runs in its analysis mode.
+    static bool getAnalysisMode();
 
     // Main window.
 
