@@ -26,6 +26,36 @@ void lmOSGWidget::setPowerwallWindow(int view, float width, float height, float 
 
 // Devices.
 
+void lmOSGWidget::setSpacemouseViewMode(int mode)
+{
+    lmCallLog::record("lmOSGWidget::setSpacemouseViewMode", mode);
+}
+
+void lmOSGWidget::setSpacemousePivotMode(int mode)
+{
+    lmCallLog::record("lmOSGWidget::setSpacemousePivotMode", mode);
+}
+
+void lmOSGWidget::setSpacemouseTwoAxis(bool on)
+{
+    lmCallLog::record("lmOSGWidget::setSpacemouseTwoAxis", on);
+}
+
+void lmOSGWidget::setSpacemouseHelicopter(bool on)
+{
+    lmCallLog::record("lmOSGWidget::setSpacemouseHelicopter", on);
+}
+
+void lmOSGWidget::setSpacemouseUseFixedHeight(bool on)
+{
+    lmCallLog::record("lmOSGWidget::setSpacemouseUseFixedHeight", on);
+}
+
+void lmOSGWidget::setSpacemouseFixedHeight(float height)
+{
+    lmCallLog::record("lmOSGWidget::setSpacemouseFixedHeight", height);
+}
+
 // Navigator.
 
 // Selection.

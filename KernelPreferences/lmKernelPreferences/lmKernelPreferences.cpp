@@ -3,6 +3,9 @@
 #include "lmController.h"
 
 #include "categories/lmCameraPreferencesGUI.h"
+#include "categories/lmDevicesPreferencesGUI.h"
+#include "categories/lmHelpPreferencesGUI.h"
+#include "categories/lmWebInterfacePreferencesGUI.h"
 
 namespace {
 
@@ -22,7 +25,7 @@ void initPreferencesPlugin()
     // Rows 1 to 18: the CAD format pages.
 
     create<lmCameraPreferencesGUII>(); // 19
-    // 20 devices
+    create<lmDevicesPreferencesGUII>(); // 20
     // 21 file I/O
     // 22 main window
     // 23 selection
@@ -37,8 +40,8 @@ void initPreferencesPlugin()
         // 28 tessellation
     }
 
-    // 29 web interface
+    create<lmWebInterfacePreferencesGUII>(); // 29
     // 30 WRL
-    // 31 help
+    create<lmHelpPreferencesGUII>(); // 31
     // 32 virtual reality
 }

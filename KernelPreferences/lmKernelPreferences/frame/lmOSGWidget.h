@@ -13,6 +13,12 @@ public:
     static void setPowerwallWindow(int view, float width, float height, float distance);
 
     // Devices.
+    static void setSpacemouseViewMode(int mode);
+    static void setSpacemousePivotMode(int mode);
+    static void setSpacemouseTwoAxis(bool on);
+    static void setSpacemouseHelicopter(bool on);
+    static void setSpacemouseUseFixedHeight(bool on);
+    static void setSpacemouseFixedHeight(float height);
 
     // Navigator.
 
