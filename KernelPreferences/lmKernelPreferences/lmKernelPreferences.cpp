@@ -3,6 +3,7 @@
 #include "lmController.h"
 
 #include "categories/lmCameraPreferencesGUI.h"
+#include "categories/lmVirtualRealityPreferencesGUI.h"
 
 namespace {
 
@@ -40,5 +41,5 @@ void initPreferencesPlugin()
     // 29 web interface
     // 30 WRL
     // 31 help
-    // 32 virtual reality
+    create<lmVirtualRealityPreferencesGUII>(); // 32
 }
