@@ -236,7 +236,7 @@ void lmVirtualRealityPreferencesGUII::apply()
         return false;
     };
 
-    // 1. What the next headset session starts with.
+    // What the next headset session starts with.
     if (anyChanged(kInteractionKeys)) {
         if (lmImmersiveInteractionService *interaction = services().getService<lmImmersiveInteractionService>()) {
             if (isChanged(kGroundMode))
@@ -261,7 +261,7 @@ void lmVirtualRealityPreferencesGUII::apply()
     if (!hmd)
         return;
 
-    // 2. A request the headset cannot honour must not persist.
+    // A request the headset cannot honour must not persist.
     if (isChanged(kEyeTracking)) {
         const bool eyeTracking = readBool(*prefs, kEyeTracking);
         hmd->setEyeTrackingEnabled(eyeTracking);
@@ -271,7 +271,6 @@ void lmVirtualRealityPreferencesGUII::apply()
         }
     }
 
-    // 3.
     if (isChanged(kFoveatedRendering))
         hmd->setFoveatedRenderingEnabled(readBool(*prefs, kFoveatedRendering));
     if (isChanged(kFovealRegionSize))
@@ -279,13 +278,12 @@ void lmVirtualRealityPreferencesGUII::apply()
     if (isChanged(kQualityPreset))
         hmd->setFoveatedQualityPreset(readInt(*prefs, kQualityPreset));
 
-    // 4. The rings travel together.
+    // The rings travel together.
     if (ringsChanged)
         hmd->setFoveatedCustomQuality(lmdFoveatedQuality(readRing(*prefs, kInnerQuality),
                                                          readRing(*prefs, kMiddleQuality),
                                                          readRing(*prefs, kPeripheryQuality)));
 
-    // 5.
     if (starVRPushed)
         applyStarVR(*prefs, *hmd);
 }
