@@ -24,6 +24,7 @@ const std::vector<Row> kPages = {
     {"Devices", "Devices"},
     {"WebInterface", ""},
     {"Help", ""},
+    {"Virtual Reality", ""},
 };
 
 QStringList pagePaths()

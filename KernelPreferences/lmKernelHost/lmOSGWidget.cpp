@@ -1,6 +1,7 @@
 #include "lmOSGWidget.h"
 
 #include "lmCallLog.h"
+#include "lmHostSettings.h"
 
 // Camera.
 
@@ -63,3 +64,22 @@ void lmOSGWidget::setSpacemouseFixedHeight(float height)
 // Render options.
 
 // Virtual reality.
+
+namespace {
+
+lmOSGWidget::lmDisplay displayType = lmOSGWidget::lmDisplayDefault;
+
+const bool displayTypeResets = (lmHostSettings::addResetHook([] { displayType = lmOSGWidget::lmDisplayDefault; }), true);
+
+} // namespace
+
+lmOSGWidget::lmDisplay lmOSGWidget::getDisplayType()
+{
+    return displayType;
+}
+
+void lmOSGWidget::setDisplayType(lmDisplay display)
+{
+    lmCallLog::record("lmOSGWidget::setDisplayType", display);
+    displayType = display;
+}

@@ -6,6 +6,7 @@
 #include "categories/lmDevicesPreferencesGUI.h"
 #include "categories/lmHelpPreferencesGUI.h"
 #include "categories/lmWebInterfacePreferencesGUI.h"
+#include "categories/lmVirtualRealityPreferencesGUI.h"
 
 namespace {
 
@@ -43,5 +44,5 @@ void initPreferencesPlugin()
     create<lmWebInterfacePreferencesGUII>(); // 29
     // 30 WRL
     create<lmHelpPreferencesGUII>(); // 31
-    // 32 virtual reality
+    create<lmVirtualRealityPreferencesGUII>(); // 32
 }

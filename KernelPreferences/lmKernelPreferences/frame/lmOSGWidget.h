@@ -27,4 +27,8 @@ public:
     // Render options.
 
     // Virtual reality.
+    // Output device of the render view, in the host's numbering of display types.
+    enum lmDisplay : int { lmDisplayDefault = 0, lmDisplayStarVR = 6 };
+    static lmDisplay getDisplayType();
+    static void setDisplayType(lmDisplay display);
 };
