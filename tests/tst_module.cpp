@@ -21,6 +21,7 @@ struct Row
 // The dialog pages in creation order.
 const std::vector<Row> kPages = {
     {"Camera", ""},
+    {"Render Options", ""},
 };
 
 QStringList pagePaths()

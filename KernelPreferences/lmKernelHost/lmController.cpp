@@ -18,3 +18,8 @@
 // File I/O.
 
 // Render options.
+
+void lmController::setSleepTime(unsigned int milliseconds)
+{
+    lmCallLog::record("lmController::setSleepTime", milliseconds);
+}

@@ -3,6 +3,7 @@
 #include "lmController.h"
 
 #include "categories/lmCameraPreferencesGUI.h"
+#include "categories/lmRenderOptionsPreferencesGUI.h"
 
 namespace {
 
@@ -29,7 +30,7 @@ void initPreferencesPlugin()
     // 24 Kova
     // 25 navigator
     // 26 OSB / VPB
-    // 27 render options
+    create<lmRenderOptionsPreferencesGUII>(); // 27
 
     // Row 28 is skipped in a restricted edition; its guard stays unset, so a
     // later call may still build it.
