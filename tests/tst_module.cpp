@@ -22,6 +22,7 @@ struct Row
 const std::vector<Row> kPages = {
     {"Camera", ""},
     {"Devices", "Devices"},
+    {"Render Options", ""},
     {"WebInterface", ""},
     {"Help", ""},
     {"Virtual Reality", ""},

@@ -79,3 +79,8 @@ void lmController::call(const char *command, lmMessage &message, int flag)
 // File I/O.
 
 // Render options.
+
+void lmController::setSleepTime(unsigned int milliseconds)
+{
+    lmCallLog::record("lmController::setSleepTime", milliseconds);
+}

@@ -7,6 +7,7 @@
 #include "categories/lmHelpPreferencesGUI.h"
 #include "categories/lmWebInterfacePreferencesGUI.h"
 #include "categories/lmVirtualRealityPreferencesGUI.h"
+#include "categories/lmRenderOptionsPreferencesGUI.h"
 
 namespace {
 
@@ -33,7 +34,7 @@ void initPreferencesPlugin()
     // 24 Kova
     // 25 navigator
     // 26 OSB / VPB
-    // 27 render options
+    create<lmRenderOptionsPreferencesGUII>(); // 27
 
     // Row 28 is skipped in a restricted edition; its guard stays unset, so a
     // later call may still build it.

@@ -48,4 +48,6 @@ public:
     // File I/O.
 
     // Render options.
+    // Milliseconds the main thread sleeps between frames.
+    static void setSleepTime(unsigned int milliseconds);
 };
