@@ -21,6 +21,11 @@ struct Row
 // The dialog pages in creation order.
 const std::vector<Row> kPages = {
     {"Camera", ""},
+    {"Devices", "Devices"},
+    {"Render Options", ""},
+    {"WebInterface", ""},
+    {"Help", ""},
+    {"Virtual Reality", ""},
 };
 
 QStringList pagePaths()

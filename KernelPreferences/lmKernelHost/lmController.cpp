@@ -1,7 +1,10 @@
 #include "lmController.h"
 
 #include "lmCallLog.h"
+#include "lmHostProcess.h"
 #include "lmHostSettings.h"
+#include "lmMessage.h"
+#include "lmMessageHelpers.h"
 
 // The edition queries live beside the host settings.
 
@@ -9,12 +12,75 @@
 
 // Devices.
 
+void lmController::setJoystickNavigation(int id, bool enabled)
+{
+    lmCallLog::record("lmController::setJoystickNavigation", id, enabled);
+}
+
 // Navigator.
 
 // Web interface.
 
+void lmController::enableWebInterface(bool enable)
+{
+    lmCallLog::record("lmController::enableWebInterface", enable);
+    if (enable)
+        lmHostProcess::startWebInterface();
+    else
+        lmHostProcess::stopWebInterface();
+}
+
+bool lmController::isVServerNode() { return lmHostProcess::isVServerNode(); }
+bool lmController::isViewer() { return lmHostProcess::isViewer(); }
+int lmController::getWebInterfacePort() { return lmHostProcess::webInterfacePort(); }
+QString lmController::getWebInterfacePipe() { return lmHostProcess::webInterfacePipe(); }
+lmWebInterface *lmController::getWebInterface() { return lmHostProcess::webInterface(); }
+
 // Help and generic commands.
+
+namespace {
+
+// A value of the store in call-log text; a type the store does not allow is "?".
+template <class T>
+bool valueText(const boost::any &value, std::string &text)
+{
+    if (!lmHoldsType(value, typeid(T)))
+        return false;
+    text = lmLogText(*boost::unsafe_any_cast<T>(&value));
+    return true;
+}
+
+std::string messageText(const lmMessage &message)
+{
+    std::string text = "{";
+    for (const auto &entry : message.values()) {
+        if (text.size() > 1)
+            text += ", ";
+        std::string value = "?";
+        const boost::any &held = entry.second;
+        valueText<int>(held, value) || valueText<unsigned int>(held, value) || valueText<float>(held, value)
+            || valueText<double>(held, value) || valueText<bool>(held, value) || valueText<std::string>(held, value)
+            || valueText<QString>(held, value) || valueText<osg::Color3f>(held, value)
+            || valueText<std::vector<float>>(held, value) || valueText<std::vector<osg::Color3f>>(held, value)
+            || valueText<std::vector<std::string>>(held, value);
+        text += entry.first + "=" + value;
+    }
+    return text + "}";
+}
+
+} // namespace
+
+void lmController::call(const char *command, lmMessage &message, int flag)
+{
+    lmCallLog::append("lmController::call(" + lmLogText(command) + ", " + messageText(message) + ", "
+                      + lmLogText(flag) + ")");
+}
 
 // File I/O.
 
 // Render options.
+
+void lmController::setSleepTime(unsigned int milliseconds)
+{
+    lmCallLog::record("lmController::setSleepTime", milliseconds);
+}

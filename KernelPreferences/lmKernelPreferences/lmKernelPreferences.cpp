@@ -3,6 +3,11 @@
 #include "lmController.h"
 
 #include "categories/lmCameraPreferencesGUI.h"
+#include "categories/lmDevicesPreferencesGUI.h"
+#include "categories/lmHelpPreferencesGUI.h"
+#include "categories/lmWebInterfacePreferencesGUI.h"
+#include "categories/lmVirtualRealityPreferencesGUI.h"
+#include "categories/lmRenderOptionsPreferencesGUI.h"
 
 namespace {
 
@@ -22,14 +27,14 @@ void initPreferencesPlugin()
     // Rows 1 to 18: the CAD format pages.
 
     create<lmCameraPreferencesGUII>(); // 19
-    // 20 devices
+    create<lmDevicesPreferencesGUII>(); // 20
     // 21 file I/O
     // 22 main window
     // 23 selection
     // 24 Kova
     // 25 navigator
     // 26 OSB / VPB
-    // 27 render options
+    create<lmRenderOptionsPreferencesGUII>(); // 27
 
     // Row 28 is skipped in a restricted edition; its guard stays unset, so a
     // later call may still build it.
@@ -37,8 +42,8 @@ void initPreferencesPlugin()
         // 28 tessellation
     }
 
-    // 29 web interface
+    create<lmWebInterfacePreferencesGUII>(); // 29
     // 30 WRL
-    // 31 help
-    // 32 virtual reality
+    create<lmHelpPreferencesGUII>(); // 31
+    create<lmVirtualRealityPreferencesGUII>(); // 32
 }

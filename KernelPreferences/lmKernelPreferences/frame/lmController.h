@@ -5,6 +5,7 @@
 #include <QString>
 
 class lmMessage;
+class lmWebInterface;
 
 // Static entry points of the host kernel's controller.
 class LM_HOST_API lmController
@@ -21,14 +22,32 @@ public:
     // Main window.
 
     // Devices.
+    static void setJoystickNavigation(int id, bool enabled);
 
     // Navigator.
 
     // Web interface.
+    static void enableWebInterface(bool enable);
+    // A render-cluster server node.
+    static bool isVServerNode();
+    // A viewer-only process.
+    static bool isViewer();
+    // The port given on the command line; 0 or less when none.
+    static int getWebInterfacePort();
+    // The pipe name given on the command line; empty when none.
+    static QString getWebInterfacePipe();
+    // The running web server, or null.
+    static lmWebInterface *getWebInterface();
 
     // Help and generic commands.
+    // Runs a named host command with its arguments in message. The stand-in
+    // logs it as: lmController::call("name", {key=value, ...}, flag), with the
+    // keys in store order and each value in call-log text.
+    static void call(const char *command, lmMessage &message, int flag);
 
     // File I/O.
 
     // Render options.
+    // Milliseconds the main thread sleeps between frames.
+    static void setSleepTime(unsigned int milliseconds);
 };

@@ -1,0 +1,10 @@
+#pragma once
+
+// Shading rate of variable-rate shading: how many samples are shaded per pixel.
+enum lmVrsQuality
+{
+    lmVrsQuality1Sample = 0,
+    lmVrsQuality2Samples = 1,
+    lmVrsQuality4Samples = 2,
+    lmVrsQuality8Samples = 3,
+};

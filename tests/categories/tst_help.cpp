@@ -1,0 +1,210 @@
+// The help page: the default path from the data directory, the path controls
+// that follow the location, the directory chooser and the one host call, for
+// the popup kind.
+#include "categories/lmHelpPreferencesGUI.h"
+#include "lmCallLog.h"
+#include "lmController.h"
+#include "lmHostSettings.h"
+#include "lmMessageHelpers.h"
+#include "lmPreferencesHost.h"
+#include "lmTestSupport.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+template <class T>
+T stored(const char *key)
+{
+    const boost::any &value = lmPreferences::getData().get(key);
+    if (!lmHoldsType(value, typeid(T)))
+        qFatal("%s does not hold the expected type", key);
+    return boost::any_cast<T>(value);
+}
+
+QString toolclipCall(bool simple)
+{
+    return QStringLiteral("lmController::call(\"updateToolclip\", {useSimpleToolclips=%1}, 0)")
+        .arg(simple ? "true" : "false");
+}
+
+} // namespace
+
+class tst_Help : public QObject
+{
+    Q_OBJECT
+
+private:
+    void start(lmHelpPreferencesGUII &help)
+    {
+        help.setDefault(lmPreferences::getData(), false);
+        help.apply();
+        help.updateGUI();
+        lmCallLog::clear();
+    }
+
+    void accept(lmHelpPreferencesGUII &help)
+    {
+        lmPreferencesHost::resetUnchanged();
+        help.storeGUI();
+        help.apply();
+    }
+
+private slots:
+    void init() { lmResetHost(); }
+
+    void defaultPathKeepsItsBackslashes()
+    {
+        lmHostSettings::setDataDir("/opt/lumo");
+        lmHelpPreferencesGUII help;
+        help.setDefault(lmPreferences::getData(), false);
+        QCOMPARE(lmPreferences::getData().size(), std::size_t(3));
+        QCOMPARE(stored<int>("Help Location"), 0);
+        QCOMPARE(stored<QString>("Help Path"), QStringLiteral("file:////opt/lumo\\ToolClip\\Help"));
+        QCOMPARE(stored<int>("Help Popup"), 0);
+
+        // Built from the data directory each time defaults are written.
+        lmHostSettings::setDataDir("C:\\Program Files\\LUMO");
+        help.setDefault(lmPreferences::getData(), true);
+        QCOMPARE(stored<QString>("Help Path"), QStringLiteral("file:///C:\\Program Files\\LUMO\\ToolClip\\Help"));
+        help.updateGUI();
+        QCOMPARE(help.page()->_help_path->text(), stored<QString>("Help Path"));
+
+        const auto pages = lmPreferencesHost::pages();
+        QCOMPARE(pages.size(), std::size_t(1));
+        QCOMPARE(pages[0].group, QStringLiteral("Help"));
+        QVERIFY(pages[0].page.isEmpty());
+        QCOMPARE(help.page()->_help_path_button->minimumSize(), QSize(26, 26));
+        QCOMPARE(help.page()->_help_path_button->maximumSize(), QSize(26, 26));
+    }
+
+    void pathControlsFollowTheLocation()
+    {
+        lmHelpPreferencesGUII help;
+        start(help);
+        lmHelpPreferencesGUIW *page = help.page();
+        QVERIFY(page->_help_path->isHidden());
+        QVERIFY(page->_help_path_button->isHidden());
+
+        page->_helpLocationComboBox->setCurrentIndex(1);
+        QCOMPARE(page->_helpLocationComboBox->currentText(), QStringLiteral("Installed Help"));
+        QVERIFY(!page->_help_path->isHidden());
+        QVERIFY(!page->_help_path_button->isHidden());
+        page->_helpLocationComboBox->setCurrentIndex(0);
+        QVERIFY(page->_help_path->isHidden());
+        QVERIFY(page->_help_path_button->isHidden());
+
+        // Loaded preferences show them as well.
+        lmPreferences::getData().set("Help Location", boost::any(1), true);
+        help.updateGUI();
+        QVERIFY(!page->_help_path->isHidden());
+    }
+
+    void chosenDirectoryBecomesAFileUrl()
+    {
+        QTemporaryDir dir;
+        lmHostSettings::setDataDir(dir.path());
+        lmHelpPreferencesGUII help;
+        start(help);
+        const QString before = help.page()->_help_path->text();
+
+        {
+            lmDialogAnswerer answerer({lmDialogAnswerer::reject()});
+            help.page()->_help_path_button->click();
+            QCOMPARE(answerer.count(), 1);
+            QCOMPARE(answerer.seen().front().title, QStringLiteral("Help Path"));
+            QCOMPARE(help.page()->_help_path->text(), before);
+        }
+
+        QVERIFY(QDir(dir.path()).mkdir("manual"));
+        const QString chosen = dir.path() + "/manual";
+        lmDialogAnswerer answerer({lmDialogAnswerer::chooseDirectory(chosen)});
+        help.page()->_help_path_button->click();
+        QCOMPARE(answerer.count(), 1);
+        QCOMPARE(help.page()->_help_path->text(), "file:///" + chosen);
+
+        // A path alone reaches the store but not the host.
+        accept(help);
+        QCOMPARE(stored<QString>("Help Path"), "file:///" + chosen);
+        QCOMPARE(lmCallLog::lines(), QStringList());
+    }
+
+    void onlyThePopupKindReachesTheHost()
+    {
+        lmHelpPreferencesGUII help;
+        help.setDefault(lmPreferences::getData(), false);
+        help.apply();
+        QCOMPARE(lmCallLog::lines(), QStringList({toolclipCall(false)}));
+        help.updateGUI();
+        lmCallLog::clear();
+
+        accept(help);
+        QCOMPARE(lmCallLog::lines(), QStringList());
+
+        help.page()->_helpLocationComboBox->setCurrentIndex(1);
+        help.page()->_help_path->setText("http://intranet/help");
+        accept(help);
+        QCOMPARE(stored<int>("Help Location"), 1);
+        QCOMPARE(lmCallLog::lines(), QStringList());
+
+        help.page()->_helpPopupComboBox->setCurrentIndex(1);
+        accept(help);
+        QCOMPARE(stored<int>("Help Popup"), 1);
+        QCOMPARE(lmCallLog::lines(), QStringList({toolclipCall(true)}));
+
+        help.page()->_helpPopupComboBox->setCurrentIndex(0);
+        accept(help);
+        QCOMPARE(lmCallLog::lines(), QStringList({toolclipCall(true), toolclipCall(false)}));
+    }
+
+    void wrongTypedKeysAreSkipped()
+    {
+        lmHelpPreferencesGUII help;
+        start(help);
+        help.page()->_help_path->setText("kept");
+        lmMessage &store = lmPreferences::getData();
+        store.set("Help Location", boost::any(1.0f), true);
+        store.set("Help Path", boost::any(std::string("file:///elsewhere")), true);
+        store.set("Help Popup", boost::any(true), true);
+
+        lmStderrCapture capture;
+        help.updateGUI();
+        help.apply();
+        const QString printed = capture.text();
+        QCOMPARE(printed.count("getFromMessage : Attribute 'Help Location' has wrong type"), 2);
+        QCOMPARE(printed.count("getFromMessage : Attribute 'Help Path' has wrong type"), 2);
+        QCOMPARE(printed.count("getFromMessage : Attribute 'Help Popup' has wrong type"), 2);
+        QCOMPARE(help.page()->_helpLocationComboBox->currentIndex(), 0);
+        QCOMPARE(help.page()->_help_path->text(), QStringLiteral("kept"));
+        // An unreadable popup kind still updates the host, with plain toolclips.
+        QCOMPARE(lmCallLog::lines(), QStringList({toolclipCall(false)}));
+    }
+
+    void hostCommandsAreLoggedWithEveryArgument()
+    {
+        lmMessage message;
+        lmController::call("noArguments", message, 1);
+        message.set("zoom", boost::any(1.5f), true);
+        message.set("name", boost::any(std::string("a \"b\"")), true);
+        message.set("odd", boost::any('c'), true);
+        lmController::call("updateView", message, 0);
+        QCOMPARE(lmCallLog::lines(), QStringList({
+                                         "lmController::call(\"noArguments\", {}, 1)",
+                                         "lmController::call(\"updateView\", {name=\"a \\\"b\\\"\", odd=?, zoom=1.5}, 0)",
+                                     }));
+    }
+
+    void destructionLeavesNothingBehind()
+    {
+        {
+            lmHelpPreferencesGUII help;
+            help.setDefault(lmPreferences::getData(), false);
+        }
+        QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
+        QVERIFY(lmPreferencesHost::pages().empty());
+    }
+};
+
+QTEST_MAIN(tst_Help)
+#include "tst_help.moc"

@@ -1,0 +1,366 @@
+// The web interface page: the disabling environment variables and edition,
+// the confirmation before the server is enabled, and the apply that always
+// stops the server and restarts it by the process kind or the store.
+#include "categories/lmWebInterfacePreferencesGUI.h"
+#include "lmCallLog.h"
+#include "lmController.h"
+#include "lmHostProcess.h"
+#include "lmHostSettings.h"
+#include "lmMessageHelpers.h"
+#include "lmPreferencesHost.h"
+#include "lmTestSupport.h"
+#include "lmWebInterface.h"
+
+#include <QtTest>
+
+namespace {
+
+const char *const kEnableKey = "WebInterface enable web server2";
+
+const QString kStop = QStringLiteral("lmController::enableWebInterface(false)");
+const QString kStart = QStringLiteral("lmController::enableWebInterface(true)");
+// A running server is told the stored debug mode after every restart.
+const QString kDebugOff = QStringLiteral("lmWebInterface::setDebugMode(false)");
+
+template <class T>
+T stored(const char *key)
+{
+    const boost::any &value = lmPreferences::getData().get(key);
+    if (!lmHoldsType(value, typeid(T)))
+        qFatal("%s does not hold the expected type", key);
+    return boost::any_cast<T>(value);
+}
+
+void store(const char *key, const boost::any &value)
+{
+    lmPreferences::getData().set(key, value, true);
+}
+
+} // namespace
+
+class tst_WebInterface : public QObject
+{
+    Q_OBJECT
+
+private:
+    void start(lmWebInterfacePreferencesGUII &web)
+    {
+        web.setDefault(lmPreferences::getData(), false);
+        web.apply();
+        web.updateGUI();
+        lmCallLog::clear();
+    }
+
+    void accept(lmWebInterfacePreferencesGUII &web)
+    {
+        lmPreferencesHost::resetUnchanged();
+        web.storeGUI();
+        web.apply();
+    }
+
+private slots:
+    // Neither the caller's environment nor an earlier case may disable the server.
+    void init()
+    {
+        lmResetHost();
+        qunsetenv("LUMO_DISABLE_WEBINTERFACE");
+        qunsetenv("ZEPH_LUMO_DISABLE_WEBINTERFACE");
+    }
+
+    void defaultsFillThePage()
+    {
+        lmWebInterfacePreferencesGUII web;
+        web.setDefault(lmPreferences::getData(), true);
+        QCOMPARE(lmPreferences::getData().size(), std::size_t(8));
+        QCOMPARE(stored<bool>(kEnableKey), false);
+        QCOMPARE(stored<int>("WebInterface port"), 8888);
+        QCOMPARE(stored<int>("WebInterface ssl port"), 8444);
+        QCOMPARE(stored<bool>("WebInterface localhost only"), false);
+        QCOMPARE(stored<bool>("WebInterface debug mode"), false);
+        QCOMPARE(stored<bool>("WebInterface use white list"), false);
+        QCOMPARE(stored<std::string>("WebInterface white list"), std::string());
+        QCOMPARE(stored<bool>("WebInterface secure python"), true);
+
+        store("WebInterface white list", boost::any(std::string("10.0.0.1\nbuild-host")));
+        web.page()->_whiteListText->setPlainText("stale");
+        web.updateGUI();
+        lmWebInterfacePreferencesGUIW *page = web.page();
+        QCOMPARE(page->_port->value(), 8888);
+        QCOMPARE(page->_sslPort->value(), 8444);
+        QVERIFY(page->_securePython->isChecked());
+        QVERIFY(!page->_whiteList->isChecked());
+        QCOMPARE(page->_whiteListText->toPlainText(), QStringLiteral("10.0.0.1\nbuild-host"));
+
+        const auto pages = lmPreferencesHost::pages();
+        QCOMPARE(pages.size(), std::size_t(1));
+        QCOMPARE(pages[0].group, QStringLiteral("WebInterface"));
+        QVERIFY(pages[0].page.isEmpty());
+        QCOMPARE(pages[0].widget->objectName(), QStringLiteral("lmWebInterfacePreferencesGUI"));
+    }
+
+    void onlyExactlyOneDisables_data()
+    {
+        QTest::addColumn<QByteArray>("variable");
+        QTest::addColumn<QByteArray>("value");
+        QTest::addColumn<bool>("disabled");
+        QTest::newRow("LUMO 1") << QByteArray("LUMO_DISABLE_WEBINTERFACE") << QByteArray("1") << true;
+        QTest::newRow("ZEPH 1") << QByteArray("ZEPH_LUMO_DISABLE_WEBINTERFACE") << QByteArray("1") << true;
+        QTest::newRow("ZEPH yes") << QByteArray("ZEPH_LUMO_DISABLE_WEBINTERFACE") << QByteArray("yes") << false;
+        QTest::newRow("LUMO true") << QByteArray("LUMO_DISABLE_WEBINTERFACE") << QByteArray("true") << false;
+        QTest::newRow("LUMO 01") << QByteArray("LUMO_DISABLE_WEBINTERFACE") << QByteArray("01") << false;
+        QTest::newRow("LUMO 1 blank") << QByteArray("LUMO_DISABLE_WEBINTERFACE") << QByteArray("1 ") << false;
+        QTest::newRow("LUMO empty") << QByteArray("LUMO_DISABLE_WEBINTERFACE") << QByteArray("") << false;
+    }
+
+    void onlyExactlyOneDisables()
+    {
+        QFETCH(QByteArray, variable);
+        QFETCH(QByteArray, value);
+        QFETCH(bool, disabled);
+        qputenv(variable.constData(), value);
+        lmWebInterfacePreferencesGUII web;
+        // Read once, at construction.
+        qunsetenv(variable.constData());
+
+        QCOMPARE(web.isDisabled(), disabled);
+        QCOMPARE(lmPreferencesHost::pages().size(), std::size_t(disabled ? 0 : 1));
+        web.setDefault(lmPreferences::getData(), false);
+        QCOMPARE(lmPreferences::getData().size(), std::size_t(8));
+
+        // Enabled in the store and a port on the command line: a disabled
+        // server is stopped and stays stopped.
+        store(kEnableKey, boost::any(true));
+        lmHostProcess::setWebInterfacePort(9000);
+        web.apply();
+        QCOMPARE(lmCallLog::lines(), disabled ? QStringList({kStop}) : QStringList({kStop, kStart, kDebugOff}));
+        QCOMPARE(lmController::getWebInterface() != nullptr, !disabled);
+    }
+
+    void restrictedEditionNeverRunsTheServer()
+    {
+        lmHostSettings::setEdition(lmHostSettings::Restricted);
+        lmHostProcess::setViewer(true);
+        lmWebInterfacePreferencesGUII web;
+        QVERIFY(web.isDisabled());
+        QVERIFY(lmPreferencesHost::pages().empty());
+        web.setDefault(lmPreferences::getData(), false);
+        store("WebInterface debug mode", boost::any(true));
+        web.apply();
+        QCOMPARE(lmCallLog::lines(), QStringList({kStop}));
+    }
+
+    void processKindRestartsRegardlessOfTheStore_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<bool>("restarted");
+        QTest::newRow("desktop") << "desktop" << false;
+        QTest::newRow("cluster node") << "vserver" << true;
+        QTest::newRow("viewer") << "viewer" << true;
+        QTest::newRow("analysis mode") << "analysis" << true;
+        QTest::newRow("port") << "port" << true;
+        QTest::newRow("no port") << "port -1" << false;
+        QTest::newRow("pipe") << "pipe" << true;
+    }
+
+    void processKindRestartsRegardlessOfTheStore()
+    {
+        QFETCH(QString, kind);
+        QFETCH(bool, restarted);
+        lmHostProcess::setVServerNode(kind == "vserver");
+        lmHostProcess::setViewer(kind == "viewer");
+        lmHostSettings::setAnalysisMode(kind == "analysis");
+        lmHostProcess::setWebInterfacePort(kind == "port" ? 8080 : kind == "port -1" ? -1 : 0);
+        lmHostProcess::setWebInterfacePipe(kind == "pipe" ? "lumo-pipe" : "");
+
+        lmWebInterfacePreferencesGUII web;
+        start(web);
+        web.page()->_port->setValue(8890);
+        accept(web);
+        QCOMPARE(stored<bool>(kEnableKey), false);
+        QCOMPARE(lmCallLog::lines(), restarted ? QStringList({kStop, kStart, kDebugOff}) : QStringList({kStop, kStop}));
+    }
+
+    void applyActsOnlyOnChangesAndSetsDebugModeOfARunningServer()
+    {
+        lmWebInterfacePreferencesGUII web;
+        start(web);
+        accept(web);
+        QCOMPARE(lmCallLog::lines(), QStringList());
+
+        // Debug mode alone: the server is off, so there is no one to tell.
+        web.page()->_debugMode->setChecked(true);
+        accept(web);
+        QCOMPARE(lmCallLog::lines(), QStringList({kStop, kStop}));
+
+        lmCallLog::clear();
+        store(kEnableKey, boost::any(true));
+        web.apply(); // nothing is marked unchanged after a host load
+        QCOMPARE(lmCallLog::lines(), QStringList({kStop, kStart, "lmWebInterface::setDebugMode(true)"}));
+        QVERIFY(lmController::getWebInterface()->getDebugMode());
+
+        // A server that fails to start gets no debug mode.
+        lmHostProcess::setWebInterfaceStartFails(true);
+        lmCallLog::clear();
+        web.apply();
+        QCOMPARE(lmCallLog::lines(), QStringList({kStop, kStart}));
+        QVERIFY(!lmController::getWebInterface());
+    }
+
+    void confirmationAcceptedKeepsTheBoxChecked()
+    {
+        lmWebInterfacePreferencesGUII web;
+        start(web);
+        lmDialogAnswerer answerer({lmDialogAnswerer::clickButton("Enable")});
+        web.page()->_enableWebServer->setChecked(true);
+
+        QCOMPARE(answerer.count(), 1);
+        const lmDialogAnswerer::Seen &seen = answerer.seen().front();
+        QCOMPARE(seen.className, QStringLiteral("QMessageBox"));
+        QCOMPARE(seen.title, QStringLiteral("Enable Web Server"));
+        QCOMPARE(seen.text, QStringLiteral("Do you really want to enable the Web Server?\nThe Web Server allows the "
+                                           "execution of Python commands from remote locations!"));
+        QCOMPARE(seen.informativeText,
+                 QStringLiteral("Choosing \"Enable\" enables the Web Server.\nYou are advised to set up a local "
+                                "firewall to protect yourself from unauthorized access.\n\nChoosing \"Do Not "
+                                "Enable\" leaves the Web Server disabled."));
+        QStringList buttons = seen.buttons;
+        buttons.sort();
+        QCOMPARE(buttons, QStringList({"Do Not Enable", "Enable"}));
+        QVERIFY(web.page()->_enableWebServer->isChecked());
+
+        accept(web);
+        QCOMPARE(stored<bool>(kEnableKey), true);
+        QCOMPARE(lmCallLog::lines(), QStringList({kStop, kStart, kDebugOff}));
+
+        // Unchecking asks nothing.
+        web.page()->_enableWebServer->setChecked(false);
+        QCOMPARE(answerer.count(), 1);
+    }
+
+    void confirmationRefusedUnchecksWithoutAskingAgain_data()
+    {
+        QTest::addColumn<bool>("escape");
+        QTest::newRow("Do Not Enable") << false;
+        QTest::newRow("closed") << true;
+    }
+
+    void confirmationRefusedUnchecksWithoutAskingAgain()
+    {
+        QFETCH(bool, escape);
+        lmWebInterfacePreferencesGUII web;
+        start(web);
+        QSignalSpy toggled(web.page()->_enableWebServer, &QCheckBox::toggled);
+        lmDialogAnswerer answerer(
+            {escape ? lmDialogAnswerer::reject() : lmDialogAnswerer::clickButton("Do Not Enable")});
+        web.page()->_enableWebServer->click();
+
+        QCOMPARE(answerer.count(), 1);
+        QVERIFY(!web.page()->_enableWebServer->isChecked());
+        QCOMPARE(toggled.count(), 1); // the unchecking was silent
+        accept(web);
+        QCOMPARE(lmCallLog::lines(), QStringList());
+    }
+
+    void noConfirmationWhileFillingOrOnAClusterNode()
+    {
+        {
+            lmWebInterfacePreferencesGUII web;
+            start(web);
+            lmDialogAnswerer answerer;
+            store(kEnableKey, boost::any(true));
+            web.updateGUI();
+            QCOMPARE(answerer.count(), 0);
+            QVERIFY(web.page()->_enableWebServer->isChecked());
+            // Filling is over: the user is asked again.
+            web.page()->_enableWebServer->setChecked(false);
+            web.page()->_enableWebServer->setChecked(true);
+            QCOMPARE(answerer.count(), 1);
+        }
+
+        lmResetHost();
+        lmHostProcess::setVServerNode(true);
+        lmWebInterfacePreferencesGUII web;
+        start(web);
+        QCOMPARE(lmPreferencesHost::pages().size(), std::size_t(1));
+        lmDialogAnswerer answerer;
+        web.page()->_enableWebServer->setChecked(true);
+        QCOMPARE(answerer.count(), 0);
+        QVERIFY(web.page()->_enableWebServer->isChecked());
+    }
+
+    void allowedHostsFollowTheirControls()
+    {
+        lmWebInterfacePreferencesGUII web;
+        start(web);
+        lmWebInterfacePreferencesGUIW *page = web.page();
+        QVERIFY(!page->_whiteListText->isEnabled());
+        page->_whiteList->setChecked(true);
+        QVERIFY(page->_whiteListText->isEnabled());
+        page->_localhostOnly->setChecked(true);
+        QVERIFY(!page->_whiteList->isEnabled());
+        QVERIFY(!page->_whiteListText->isEnabled());
+        page->_localhostOnly->setChecked(false);
+        QVERIFY(page->_whiteListText->isEnabled());
+
+        page->_whiteListText->setPlainText("host-a\nhost-b");
+        accept(web);
+        QCOMPARE(stored<bool>("WebInterface use white list"), true);
+        QCOMPARE(stored<std::string>("WebInterface white list"), std::string("host-a\nhost-b"));
+        QCOMPARE(lmCallLog::lines(), QStringList({kStop, kStop}));
+    }
+
+    void wrongTypedKeysLeaveTheServerStopped()
+    {
+        lmWebInterfacePreferencesGUII web;
+        start(web);
+        web.page()->_port->setValue(9999);
+        store(kEnableKey, boost::any(1));
+        store("WebInterface port", boost::any(std::string("8888")));
+        store("WebInterface debug mode", boost::any(1.0f));
+        store("WebInterface white list", boost::any(QStringLiteral("qstring")));
+
+        lmStderrCapture capture;
+        lmDialogAnswerer answerer;
+        web.updateGUI();
+        web.apply();
+        const QString printed = capture.text();
+        QCOMPARE(printed.count(QString("getFromMessage : Attribute '%1' has wrong type").arg(kEnableKey)), 2);
+        QCOMPARE(printed.count("getFromMessage : Attribute 'WebInterface port' has wrong type"), 1);
+        QCOMPARE(printed.count("getFromMessage : Attribute 'WebInterface debug mode' has wrong type"), 2);
+        QCOMPARE(printed.count("getFromMessage : Attribute 'WebInterface white list' has wrong type"), 1);
+        QCOMPARE(web.page()->_port->value(), 9999);
+        QCOMPARE(answerer.count(), 0);
+        QCOMPARE(lmCallLog::lines(), QStringList({kStop}));
+    }
+
+    void hostResetStopsTheServerAndForgetsTheCommandLine()
+    {
+        lmHostProcess::setVServerNode(true);
+        lmHostProcess::setWebInterfacePipe("pipe");
+        lmHostProcess::setWebInterfaceStartFails(true);
+        lmController::enableWebInterface(true);
+        QVERIFY(!lmController::getWebInterface());
+        lmResetHost();
+        QVERIFY(!lmController::isVServerNode());
+        QVERIFY(lmController::getWebInterfacePipe().isEmpty());
+        lmController::enableWebInterface(true);
+        QVERIFY(lmController::getWebInterface());
+        lmResetHost();
+        QVERIFY(!lmController::getWebInterface());
+    }
+
+    void destructionRemovesTheKeysEvenWithoutAPage()
+    {
+        qputenv("LUMO_DISABLE_WEBINTERFACE", "1");
+        {
+            lmWebInterfacePreferencesGUII web;
+            web.setDefault(lmPreferences::getData(), false);
+            QCOMPARE(lmPreferences::getData().size(), std::size_t(8));
+        }
+        QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
+        QVERIFY(lmPreferencesHost::categories().empty());
+    }
+};
+
+QTEST_MAIN(tst_WebInterface)
+#include "tst_webinterface.moc"
