@@ -21,6 +21,11 @@ struct Row
 // The dialog pages in creation order.
 const std::vector<Row> kPages = {
     {"Camera", ""},
+    {"FileIO", "FileIO"},
+    {"FileIO", "Kova"},
+    {"FileIO", "OSB / VPB"},
+    {"Import", "Tesselation"},
+    {"FileIO", "WRL"},
 };
 
 QStringList pagePaths()
@@ -58,6 +63,9 @@ private:
     }
 
 private slots:
+    // Applying the file I/O page writes the application's Qt settings.
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
     void init() { lmResetHost(); }
 
     void exportsOnlyTheEntryPoint()

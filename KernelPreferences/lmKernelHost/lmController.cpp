@@ -17,4 +17,16 @@
 
 // File I/O.
 
+void lmController::setShowImportOptions(bool on) { lmCallLog::record("lmController::setShowImportOptions", on); }
+
+void lmController::setImportOptionsCenterInOrigin(bool on)
+{
+    lmCallLog::record("lmController::setImportOptionsCenterInOrigin", on);
+}
+
+void lmController::setImportOptionsPutOnGround(bool on)
+{
+    lmCallLog::record("lmController::setImportOptionsPutOnGround", on);
+}
+
 // Render options.

@@ -3,6 +3,11 @@
 #include "lmController.h"
 
 #include "categories/lmCameraPreferencesGUI.h"
+#include "fileio/lmFileIOPreferencesGUI.h"
+#include "fileio/lmKovaPreferencesGUI.h"
+#include "fileio/lmOsbPreferencesGUI.h"
+#include "fileio/lmTesselationPreferencesGUI.h"
+#include "fileio/lmWrlPreferencesGUI.h"
 
 namespace {
 
@@ -23,22 +28,22 @@ void initPreferencesPlugin()
 
     create<lmCameraPreferencesGUII>(); // 19
     // 20 devices
-    // 21 file I/O
+    create<lmFileIOPreferencesGUII>(); // 21
     // 22 main window
     // 23 selection
-    // 24 Kova
+    create<lmKovaPreferencesGUII>(); // 24
     // 25 navigator
-    // 26 OSB / VPB
+    create<lmOsbPreferencesGUII>(); // 26
     // 27 render options
 
     // Row 28 is skipped in a restricted edition; its guard stays unset, so a
     // later call may still build it.
     if (!lmController::isRestrictedEdition()) {
-        // 28 tessellation
+        create<lmTesselationPreferencesGUII>(); // 28
     }
 
     // 29 web interface
-    // 30 WRL
+    create<lmWrlPreferencesGUII>(); // 30
     // 31 help
     // 32 virtual reality
 }

@@ -29,6 +29,10 @@ public:
     // Help and generic commands.
 
     // File I/O.
+    // Whether the import dialog opens before a file is imported.
+    static void setShowImportOptions(bool on);
+    static void setImportOptionsCenterInOrigin(bool on);
+    static void setImportOptionsPutOnGround(bool on);
 
     // Render options.
 };
