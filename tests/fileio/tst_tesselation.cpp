@@ -3,7 +3,7 @@
 #include "fileio/lmTesselationListViewItem.h"
 #include "fileio/lmTesselationPreferencesGUI.h"
 #include "lmCallLog.h"
-#include "lmMessageHelpers.h"
+#include "lmFileIOTestSupport.h"
 #include "lmPreferencesHost.h"
 #include "lmTestSupport.h"
 
@@ -13,13 +13,6 @@
 namespace {
 
 const char *const kQuality = "Optimizer Teselation Quality";
-
-template <class T>
-bool holds(const char *key, const T &expected)
-{
-    const boost::any &value = lmPreferences::getData().get(key);
-    return !value.empty() && lmHoldsType(value, typeid(T)) && *boost::unsafe_any_cast<T>(&value) == expected;
-}
 
 QStringList levelTexts(const QTreeWidget *list)
 {
@@ -85,7 +78,7 @@ private slots:
     {
         lmTesselationPreferencesGUII tesselation;
         start(tesselation);
-        lmPreferences::getData().set(kQuality, boost::any(std::vector<float>{0.5f, 10.0f, 0.05f, 2.0f}), true);
+        setKey(kQuality, std::vector<float>{0.5f, 10.0f, 0.05f, 2.0f});
         tesselation.updateGUI();
         QCOMPARE(levelTexts(tesselation.page()->_quality), QStringList({"0.05", "0.5", "2", "10"}));
 
@@ -106,7 +99,7 @@ private slots:
     {
         lmTesselationPreferencesGUII tesselation;
         start(tesselation);
-        lmPreferences::getData().set(kQuality, boost::any(std::vector<float>{0.1f, 1.0f}), true);
+        setKey(kQuality, std::vector<float>{0.1f, 1.0f});
         tesselation.updateGUI();
         QTreeWidget *list = tesselation.page()->_quality;
         QTreeWidgetItem *first = list->topLevelItem(0);
@@ -169,9 +162,8 @@ private slots:
     {
         lmTesselationPreferencesGUII tesselation;
         start(tesselation);
-        lmMessage &store = lmPreferences::getData();
-        store.set(kQuality, boost::any(std::vector<double>{0.2}), true);
-        store.set("Optimizer Topology Tolerance", boost::any(0.01), true); // double, not float
+        setKey(kQuality, std::vector<double>{0.2});
+        setKey("Optimizer Topology Tolerance", 0.01); // double, not float
         lmStderrCapture capture;
         tesselation.updateGUI();
         QCOMPARE(capture.text().count("has wrong type"), 2);
