@@ -22,8 +22,13 @@ struct Row
 const std::vector<Row> kPages = {
     {"Camera", ""},
     {"Devices", "Devices"},
+    {"FileIO", "FileIO"},
+    {"FileIO", "Kova"},
+    {"FileIO", "OSB / VPB"},
     {"Render Options", ""},
+    {"Import", "Tesselation"},
     {"WebInterface", ""},
+    {"FileIO", "WRL"},
     {"Help", ""},
     {"Virtual Reality", ""},
 };
@@ -63,6 +68,9 @@ private:
     }
 
 private slots:
+    // Applying the file I/O page writes the application's Qt settings.
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
     void init() { lmResetHost(); }
 
     void exportsOnlyTheEntryPoint()

@@ -78,6 +78,18 @@ void lmController::call(const char *command, lmMessage &message, int flag)
 
 // File I/O.
 
+void lmController::setShowImportOptions(bool on) { lmCallLog::record("lmController::setShowImportOptions", on); }
+
+void lmController::setImportOptionsCenterInOrigin(bool on)
+{
+    lmCallLog::record("lmController::setImportOptionsCenterInOrigin", on);
+}
+
+void lmController::setImportOptionsPutOnGround(bool on)
+{
+    lmCallLog::record("lmController::setImportOptionsPutOnGround", on);
+}
+
 // Render options.
 
 void lmController::setSleepTime(unsigned int milliseconds)

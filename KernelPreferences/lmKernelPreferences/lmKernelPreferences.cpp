@@ -5,9 +5,14 @@
 #include "categories/lmCameraPreferencesGUI.h"
 #include "categories/lmDevicesPreferencesGUI.h"
 #include "categories/lmHelpPreferencesGUI.h"
-#include "categories/lmWebInterfacePreferencesGUI.h"
-#include "categories/lmVirtualRealityPreferencesGUI.h"
 #include "categories/lmRenderOptionsPreferencesGUI.h"
+#include "categories/lmVirtualRealityPreferencesGUI.h"
+#include "categories/lmWebInterfacePreferencesGUI.h"
+#include "fileio/lmFileIOPreferencesGUI.h"
+#include "fileio/lmKovaPreferencesGUI.h"
+#include "fileio/lmOsbPreferencesGUI.h"
+#include "fileio/lmTesselationPreferencesGUI.h"
+#include "fileio/lmWrlPreferencesGUI.h"
 
 namespace {
 
@@ -28,22 +33,22 @@ void initPreferencesPlugin()
 
     create<lmCameraPreferencesGUII>(); // 19
     create<lmDevicesPreferencesGUII>(); // 20
-    // 21 file I/O
+    create<lmFileIOPreferencesGUII>(); // 21
     // 22 main window
     // 23 selection
-    // 24 Kova
+    create<lmKovaPreferencesGUII>(); // 24
     // 25 navigator
-    // 26 OSB / VPB
+    create<lmOsbPreferencesGUII>(); // 26
     create<lmRenderOptionsPreferencesGUII>(); // 27
 
     // Row 28 is skipped in a restricted edition; its guard stays unset, so a
     // later call may still build it.
     if (!lmController::isRestrictedEdition()) {
-        // 28 tessellation
+        create<lmTesselationPreferencesGUII>(); // 28
     }
 
     create<lmWebInterfacePreferencesGUII>(); // 29
-    // 30 WRL
+    create<lmWrlPreferencesGUII>(); // 30
     create<lmHelpPreferencesGUII>(); // 31
     create<lmVirtualRealityPreferencesGUII>(); // 32
 }

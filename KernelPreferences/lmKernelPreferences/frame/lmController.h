@@ -46,6 +46,10 @@ public:
     static void call(const char *command, lmMessage &message, int flag);
 
     // File I/O.
+    // Whether the import dialog opens before a file is imported.
+    static void setShowImportOptions(bool on);
+    static void setImportOptionsCenterInOrigin(bool on);
+    static void setImportOptionsPutOnGround(bool on);
 
     // Render options.
     // Milliseconds the main thread sleeps between frames.
