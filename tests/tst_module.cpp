@@ -21,6 +21,9 @@ struct Row
 // The dialog pages in creation order.
 const std::vector<Row> kPages = {
     {"Camera", ""},
+    {"MainWindow", ""},
+    {"Selection", ""},
+    {"Navigator", ""},
 };
 
 QStringList pagePaths()

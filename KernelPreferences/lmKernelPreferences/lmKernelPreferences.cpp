@@ -3,6 +3,9 @@
 #include "lmController.h"
 
 #include "categories/lmCameraPreferencesGUI.h"
+#include "categories/lmMainWindowPreferencesGUI.h"
+#include "categories/lmMarkerPreferencesGUI.h"
+#include "categories/lmNavigatorPreferencesGUI.h"
 
 namespace {
 
@@ -24,10 +27,10 @@ void initPreferencesPlugin()
     create<lmCameraPreferencesGUII>(); // 19
     // 20 devices
     // 21 file I/O
-    // 22 main window
-    // 23 selection
+    create<lmMainWindowPreferencesGUII>(); // 22
+    create<lmMarkerPreferencesGUII>(); // 23
     // 24 Kova
-    // 25 navigator
+    create<lmNavigatorPreferencesGUII>(); // 25
     // 26 OSB / VPB
     // 27 render options
 
