@@ -99,6 +99,7 @@ lmNavigatorPreferencesGUII::lmNavigatorPreferencesGUII()
         wheel->setDecimals(2);
     }
     m_page->_animate_camera_duration->setRange(0.0, 10000.0);
+    m_page->_animate_camera_duration->setDecimals(2);
 
     if (lmController::isEssentialsEdition())
         m_page->_auto_center->hide();
