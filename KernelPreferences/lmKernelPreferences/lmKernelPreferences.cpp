@@ -5,6 +5,9 @@
 #include "categories/lmCameraPreferencesGUI.h"
 #include "categories/lmDevicesPreferencesGUI.h"
 #include "categories/lmHelpPreferencesGUI.h"
+#include "categories/lmMainWindowPreferencesGUI.h"
+#include "categories/lmMarkerPreferencesGUI.h"
+#include "categories/lmNavigatorPreferencesGUI.h"
 #include "categories/lmRenderOptionsPreferencesGUI.h"
 #include "categories/lmVirtualRealityPreferencesGUI.h"
 #include "categories/lmWebInterfacePreferencesGUI.h"
@@ -34,10 +37,10 @@ void initPreferencesPlugin()
     create<lmCameraPreferencesGUII>(); // 19
     create<lmDevicesPreferencesGUII>(); // 20
     create<lmFileIOPreferencesGUII>(); // 21
-    // 22 main window
-    // 23 selection
+    create<lmMainWindowPreferencesGUII>(); // 22
+    create<lmMarkerPreferencesGUII>(); // 23
     create<lmKovaPreferencesGUII>(); // 24
-    // 25 navigator
+    create<lmNavigatorPreferencesGUII>(); // 25
     create<lmOsbPreferencesGUII>(); // 26
     create<lmRenderOptionsPreferencesGUII>(); // 27
 

@@ -20,6 +20,14 @@ public:
     static bool getAnalysisMode();
 
     // Main window.
+    // Languages of the user interface, in the order of the language choice.
+    enum ELanguage : int { English = 0, Chinese = 1, Japanese = 2, Korean = 3 };
+    static void showFPS(bool show);
+    static void setWindowOpacity(double opacity);
+    static void setMainWindowDocking(bool enable);
+    static void showButtonText(bool show);
+    // The language the running user interface shows.
+    static ELanguage getDisplayLanguage();
 
     // Devices.
     static void setJoystickNavigation(int id, bool enabled);
