@@ -176,7 +176,8 @@ lmPreferencesDialog::~lmPreferencesDialog()
 {
     lmCallLog::removeListener(m_callLogListener);
     lmPreferencesHost::removePagesListener(m_pagesListener);
-    for (const QWidget *page : m_order)
+    const QList<const QWidget *> pages = m_order;
+    for (const QWidget *page : pages)
         releasePage(const_cast<QWidget *>(page));
 }
 
