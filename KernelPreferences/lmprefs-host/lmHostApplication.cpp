@@ -56,6 +56,24 @@ void lmHostApplication::preparePlatform(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
+QStringList lmHostApplication::takeOwnArguments(int &argc, char **argv)
+{
+    QStringList taken;
+    int kept = 1;
+    for (int i = 1; i < argc; ++i) {
+        if (qstrcmp(argv[i], "--plugin") == 0 && i + 1 < argc) {
+            taken << QStringLiteral("--plugin") << QString::fromLocal8Bit(argv[++i]);
+        } else if (qstrncmp(argv[i], "--plugin=", 9) == 0) {
+            taken << QString::fromLocal8Bit(argv[i]);
+        } else {
+            argv[kept++] = argv[i];
+        }
+    }
+    argc = kept;
+    argv[argc] = nullptr;
+    return taken;
+}
+
 QString lmHostApplication::defaultStorePath()
 {
     return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + QStringLiteral("/preferences.json");
@@ -284,7 +302,7 @@ int lmHostApplication::execute(const QStringList &arguments)
         QString reason;
         if (!lmValueParser::parse(assignment.mid(equals + 1), current, value, &reason))
             return fail(2, QStringLiteral("bad value for \"%1\": %2").arg(key, reason));
-        store.set(key.toStdString(), value, true);
+        m_session->setValue(key.toStdString(), value);
     }
     if (!assignments.isEmpty())
         lmPreferencesHost::updateGUIAll();

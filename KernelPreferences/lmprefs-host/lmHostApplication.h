@@ -22,6 +22,9 @@ public:
     // Before the QApplication exists: a run without a window, or on a machine
     // without a display, uses the offscreen platform.
     static void preparePlatform(int argc, char **argv);
+    // Qt's application object takes "--plugin" for itself: takes ours out of
+    // argv first, to be handed back to run() with the other arguments.
+    static QStringList takeOwnArguments(int &argc, char **argv);
 
     // The exit status: 0 on success, 2 on bad arguments or input, 1 on any
     // other failure (with a one-line message on stderr).

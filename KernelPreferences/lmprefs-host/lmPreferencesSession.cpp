@@ -95,13 +95,13 @@ bool lmPreferencesSession::accept()
 {
     lmPreferencesHost::storeGUIAll();
     for (const Category &category : lmPreferencesHost::categories())
-        if (m_restored.count(objectOf(category)))
+        if (m_pushAllInFull || m_pushInFull.count(objectOf(category)))
             lmPreferencesHost::resetUnchanged(category);
     lmPreferencesHost::applyAll();
     lmPreferencesHost::resetUnchanged();
-    m_restored.clear();
-    m_snapshot = lmPreferences::getData();
-    m_hasSnapshot = true;
+    m_pushInFull.clear();
+    m_pushAllInFull = false;
+    beginEditing();
     return m_file.save(lmPreferences::getData());
 }
 
@@ -109,7 +109,7 @@ void lmPreferencesSession::restoreDefaults(const Category &category)
 {
     lmPreferencesHost::setDefault(category, true);
     lmPreferencesHost::updateGUI(category);
-    m_restored.insert(objectOf(category));
+    m_pushInFull.insert(objectOf(category));
 }
 
 void lmPreferencesSession::restoreAllDefaults()
@@ -118,18 +118,32 @@ void lmPreferencesSession::restoreAllDefaults()
         restoreDefaults(category);
 }
 
+void lmPreferencesSession::setValue(const std::string &key, const boost::any &value)
+{
+    lmPreferences::getData().set(key, value, true);
+    bool owned = false;
+    for (const Category &category : lmPreferencesHost::categories())
+        if (defaultsOf(category).contains(key)) {
+            m_pushInFull.insert(objectOf(category));
+            owned = true;
+        }
+    m_pushAllInFull = m_pushAllInFull || !owned;
+}
+
 void lmPreferencesSession::beginEditing()
 {
     m_snapshot = lmPreferences::getData();
     m_hasSnapshot = true;
-    m_restored.clear();
+    m_snapshotPushInFull = m_pushInFull;
+    m_snapshotPushAllInFull = m_pushAllInFull;
 }
 
 void lmPreferencesSession::cancel()
 {
     if (m_hasSnapshot)
         lmPreferences::getData() = m_snapshot;
-    m_restored.clear();
+    m_pushInFull = m_snapshotPushInFull;
+    m_pushAllInFull = m_snapshotPushAllInFull;
     lmPreferencesHost::updateGUIAll();
 }
 

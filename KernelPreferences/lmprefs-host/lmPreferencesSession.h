@@ -50,6 +50,11 @@ public:
     void restoreDefaults(const Category &category);
     void restoreAllDefaults();
 
+    // A value written behind the pages (the pages are updated after it):
+    // the category that owns the key pushes every key at the next accept;
+    // when no category owns it, all of them do.
+    void setValue(const std::string &key, const boost::any &value);
+
     // Cancel returns the store to what it held at the last begin or accept.
     void beginEditing();
     void cancel();
@@ -76,7 +81,11 @@ private:
     lmStoreFile m_file;
     lmMessage m_snapshot;
     bool m_hasSnapshot = false;
-    std::set<const void *> m_restored;
+    // Categories whose every key counts as changed at the next accept.
+    std::set<const void *> m_pushInFull;
+    bool m_pushAllInFull = false;
+    std::set<const void *> m_snapshotPushInFull;
+    bool m_snapshotPushAllInFull = false;
     std::map<const void *, lmMessage> m_defaults;
     int m_pagesListener = 0;
 };

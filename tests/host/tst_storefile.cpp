@@ -424,7 +424,7 @@ private slots:
         QTemporaryDir dir;
         const QString path = dir.filePath("prefs.json");
         QRandomGenerator random(17);
-        for (int round = 0; round < 6; ++round) {
+        for (int round = 0; round < 10; ++round) {
             QProcess saver;
             saver.start(QCoreApplication::applicationFilePath(), {"--save-forever", path});
             QVERIFY(saver.waitForStarted());
