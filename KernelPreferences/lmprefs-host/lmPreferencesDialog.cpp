@@ -303,8 +303,9 @@ void lmPreferencesDialog::currentItemChanged(QTreeWidgetItem *item)
         // A group without a page of its own opens its first visible page.
         for (int i = 0; i < item->childCount(); ++i)
             if (!item->child(i)->isHidden() && entryOf(item->child(i))) {
-                m_tree->setCurrentItem(item->child(i));
-                return;
+                item = item->child(i);
+                m_tree->setCurrentItem(item);
+                break;
             }
     }
     const PageEntry *entry = entryOf(item);
@@ -460,6 +461,9 @@ void lmPreferencesDialog::showEvent(QShowEvent *event)
     if (!event->spontaneous())
         m_session.beginEditing();
     QDialog::showEvent(event);
+    QTimer::singleShot(0, m_callLog, [log = m_callLog] {
+        log->verticalScrollBar()->setValue(log->verticalScrollBar()->maximum());
+    });
 }
 
 QPixmap lmPreferencesDialog::grabPage(QWidget *page)
@@ -467,6 +471,8 @@ QPixmap lmPreferencesDialog::grabPage(QWidget *page)
     const QSize size = this->size();
     if (!showPage(page))
         return QPixmap();
+    grab(); // lays the dialog out
+    m_callLog->verticalScrollBar()->setValue(m_callLog->verticalScrollBar()->maximum());
     QPixmap pixmap = grab();
     // Grow until the page needs no scrolling; the splitters share out the
     // extra space, so this may take a few rounds.

@@ -14,6 +14,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <charconv>
 #include <csignal>
 #include <cstring>
 #include <limits>
@@ -247,6 +248,17 @@ private slots:
         // A float written with more digits than it needs still reads as that float.
         QCOMPARE(lmStoreDocument::floatFromJsonNumber(double(0.1f)), 0.1f);
         QCOMPARE(lmStoreDocument::floatFromJsonNumber(0.1), 0.1f);
+        // The only float magnitude whose shortest text, read as a double and
+        // then rounded to float, lands on its neighbour.
+        const char text[] = "7.038531e-26";
+        float exact = 0;
+        std::from_chars(text, text + sizeof text - 1, exact);
+        QVERIFY(static_cast<float>(7.038531e-26) != exact);
+        lmMessage tiny, loaded;
+        tiny.set("Tiny", exact, true);
+        QVERIFY(lmStoreDocument::write(tiny).contains("\"value\": 7.038531e-26}"));
+        QVERIFY(lmStoreDocument::read(lmStoreDocument::write(tiny), loaded, nullptr));
+        QCOMPARE(firstDifference(tiny, loaded), QString());
     }
 
     void savedFileLoadsTheSameAndKeepsTheBackup()
