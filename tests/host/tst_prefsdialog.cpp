@@ -1,6 +1,7 @@
 // The host's preferences dialog and session, driven as a person does: the
 // camera page and small categories of the test's own, whose hooks leave a
 // line in the call log so that the order of the passes shows.
+#include "lmHostApplication.h"
 #include "lmPreferencesDialog.h"
 #include "lmPreferencesSession.h"
 #include "lmStoreFile.h"
@@ -442,6 +443,13 @@ private slots:
         QCOMPARE(answerer.count(), 2);
         QCOMPARE(answerer.seen()[1].text, QStringLiteral("Restart to use the language."));
         language.reset();
+    }
+
+    void screenshotNamesAreSafeFileNames()
+    {
+        QCOMPARE(lmHostApplication::screenshotName("FileIO", "OSB / VPB"), QStringLiteral("FileIO_OSB - VPB"));
+        QCOMPARE(lmHostApplication::screenshotName("Camera", QString()), QStringLiteral("Camera"));
+        QCOMPARE(lmHostApplication::screenshotName("..", "a\\b:c*?\"<>|\n"), QStringLiteral("page.._a-b-c-------"));
     }
 
     void failedSaveIsShownAndKeepsTheValues()
