@@ -278,6 +278,11 @@ int lmHostApplication::execute(const QStringList &arguments)
         });
     }
 
+    // Nobody can answer a dialog in a headless run (a page may ask, e.g. the
+    // language restart notice): dismiss each one and say so.
+    if (isHeadless)
+        m_dialogSuppressor = std::make_unique<lmDialogSuppressor>(true);
+
     // Start-up as the host does it: stored values first, so they win over
     // the defaults the categories then write.
     m_session = std::make_unique<lmPreferencesSession>(storePath);

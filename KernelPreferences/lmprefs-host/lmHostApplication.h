@@ -1,5 +1,7 @@
 #pragma once
 
+#include "lmDialogSuppressor.h"
+
 #include <QLibrary>
 #include <QString>
 #include <QStringList>
@@ -43,6 +45,7 @@ private:
     lmPreferencesDialog &dialog();
     void shutDown();
 
+    std::unique_ptr<lmDialogSuppressor> m_dialogSuppressor;
     std::unique_ptr<lmPreferencesSession> m_session;
     std::unique_ptr<lmPreferencesDialog> m_dialog;
     std::unique_ptr<QFile> m_trace;

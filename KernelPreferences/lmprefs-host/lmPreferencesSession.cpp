@@ -1,6 +1,7 @@
 #include "lmPreferencesSession.h"
 
 #include "lmCallLog.h"
+#include "lmDialogSuppressor.h"
 #include "lmPreferences.h"
 
 #include <QApplication>
@@ -12,40 +13,6 @@
 #include <cstdio>
 
 namespace {
-
-// Dismisses every dialog shown while alive, before it reaches the screen.
-class DialogSuppressor : public QObject
-{
-public:
-    DialogSuppressor()
-    {
-        if (qApp)
-            qApp->installEventFilter(this);
-    }
-    ~DialogSuppressor() override
-    {
-        if (qApp)
-            qApp->removeEventFilter(this);
-    }
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (event->type() != QEvent::Show || !watched->isWidgetType())
-            return false;
-        auto *dialog = qobject_cast<QDialog *>(watched);
-        if (!dialog)
-            return false;
-        dialog->setAttribute(Qt::WA_DontShowOnScreen);
-        // exec() starts its event loop after show(): reject from inside it.
-        QPointer<QDialog> guard(dialog);
-        QTimer::singleShot(0, dialog, [guard] {
-            if (guard)
-                guard->reject();
-        });
-        return true;
-    }
-};
 
 // Puts the real store back even when a category throws.
 struct ScratchStore
@@ -153,7 +120,7 @@ void lmPreferencesSession::learn(const Category &category)
     lmMessage defaults;
     {
         ScratchStore store;
-        DialogSuppressor suppressor;
+        lmDialogSuppressor suppressor;
         lmPreferencesHost::setDefault(category, true);
         defaults = store.scratch;
     }
