@@ -20,6 +20,24 @@ struct Row
 
 // The dialog pages in creation order.
 const std::vector<Row> kPages = {
+    {"FileIO", "Catia V4"},
+    {"FileIO", "Catia V5"},
+    {"FileIO", "Ondra"},
+    {"FileIO", "Iges"},
+    {"FileIO", "NX"},
+    {"FileIO", "Step"},
+    {"FileIO", "Draftex"},
+    {"FileIO", "Fabricor"},
+    {"FileIO", "SolidWorks"},
+    {"FileIO", "SolidEdge"},
+    {"FileIO", "STL"},
+    {"FileIO", "ProE / Creo"},
+    {"FileIO", "JT"},
+    {"FileIO", "Rhino"},
+    {"FileIO", "Base CAD"},
+    {"FileIO", "KBX"},
+    {"FileIO", "DGN"},
+    {"FileIO", "PLM XML"},
     {"Camera", ""},
 };
 
