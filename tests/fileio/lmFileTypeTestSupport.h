@@ -79,6 +79,20 @@ T stored(const std::string &key, T fallback)
     return fallback;
 }
 
+// Defaults written, initial apply done and the page filled, as at start-up.
+inline void startPage(lmFileTypePreferences &page)
+{
+    page.setDefault(lmPreferences::getData(), false);
+    page.apply();
+    page.updateGUI();
+    lmCallLog::clear();
+}
+
+inline void setStored(const std::string &key, const boost::any &value)
+{
+    lmPreferences::getData().set(key, value, true);
+}
+
 // Shown when the page is shown and the control's tab is selected: no widget
 // up to its tab is hidden, and the tab is still in the tab widget.
 inline bool shown(lmFileTypePreferencesGUIW *page, const QWidget *widget)

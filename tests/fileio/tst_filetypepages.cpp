@@ -104,34 +104,20 @@ const std::vector<PageRow> &rows()
 
 // The common keys as storeDump() prints them, without the prefix.
 const QStringList kCommonDefaults = {
-    "Options chord deviation = double 0.075",
-    "Options create groups for layers = bool true",
-    "Options flush transformations = bool false",
-    "Options import associative meshes = bool false",
-    "Options import coord systems = bool false",
-    "Options import create as smart = bool false",
-    "Options import curves = bool false",
-    "Options import empty layers = bool false",
-    "Options import invisible curves = bool false",
-    "Options import invisible instances = bool false",
-    "Options import invisible meshes = bool false",
-    "Options import invisible surfaces = bool false",
-    "Options import mesh LODs = int 2",
-    "Options import meshes = bool true",
-    "Options import optimize materials = bool true",
-    "Options import referenced files = bool true",
-    "Options import smart reference behavior = int 2",
-    "Options import surfaces = bool true",
-    "Options jt toolkit = int 0",
-    "Options keep surface data = bool true",
-    "Options max chord length = double 200",
-    "Options merge geometries = bool true",
-    "Options normal tolerance = double 10",
-    "Options remove empty groups = bool true",
-    "Options stitching = bool true",
-    "Options stitching tolerance = double 0.1",
-    "Options tessellation = bool true",
-    "Options unify surface normals = bool true",
+    "Options chord deviation = double 0.075", "Options create groups for layers = bool true",
+    "Options flush transformations = bool false", "Options import associative meshes = bool false",
+    "Options import coord systems = bool false", "Options import create as smart = bool false",
+    "Options import curves = bool false", "Options import empty layers = bool false",
+    "Options import invisible curves = bool false", "Options import invisible instances = bool false",
+    "Options import invisible meshes = bool false", "Options import invisible surfaces = bool false",
+    "Options import mesh LODs = int 2", "Options import meshes = bool true",
+    "Options import optimize materials = bool true", "Options import referenced files = bool true",
+    "Options import smart reference behavior = int 2", "Options import surfaces = bool true",
+    "Options jt toolkit = int 0", "Options keep surface data = bool true",
+    "Options max chord length = double 200", "Options merge geometries = bool true",
+    "Options normal tolerance = double 10", "Options remove empty groups = bool true",
+    "Options stitching = bool true", "Options stitching tolerance = double 0.1",
+    "Options tessellation = bool true", "Options unify surface normals = bool true",
     "Options unshare nodes = bool false",
 };
 const QStringList kOndraDefaults = {
@@ -140,7 +126,8 @@ const QStringList kOndraDefaults = {
     "Options import template geometries = bool false",
     "Options import variants = bool false",
 };
-const QStringList kUnprefixedDefaults = {"BCADOptions use ATF = bool false", "PLMXML load referenced files = bool true"};
+const QStringList kUnprefixedDefaults = {"BCADOptions use ATF = bool false",
+                                         "PLMXML load referenced files = bool true"};
 
 const QStringList kCheckedControls = {
     "importTab", "exportTab", "m_exportSTL", "m_exportKBX", "_legacy_jt_settings", "_legacy_rhino_settings",
@@ -168,20 +155,6 @@ QStringList shownControls(lmFileTypePreferencesGUIW *page)
     }
     std::sort(names.begin(), names.end());
     return names;
-}
-
-// Defaults written, initial apply done and the page filled, as at start-up.
-void start(lmFileTypePreferences &page)
-{
-    page.setDefault(lmPreferences::getData(), false);
-    page.apply();
-    page.updateGUI();
-    lmCallLog::clear();
-}
-
-void set(const std::string &key, const boost::any &value)
-{
-    lmPreferences::getData().set(key, value, true);
 }
 
 } // namespace
@@ -232,11 +205,11 @@ private slots:
         for (const std::string &key : store.keys()) {
             const boost::any value = store.get(key);
             if (lmHoldsType(value, typeid(bool)))
-                set(key, !boost::any_cast<bool>(value));
+                setStored(key, !boost::any_cast<bool>(value));
             else if (lmHoldsType(value, typeid(int)))
-                set(key, boost::any_cast<int>(value) + 7);
+                setStored(key, boost::any_cast<int>(value) + 7);
             else
-                set(key, boost::any_cast<double>(value) * 3);
+                setStored(key, boost::any_cast<double>(value) * 3);
         }
         const QStringList loaded = storeDump();
         page->setDefault(store, false);
@@ -264,7 +237,7 @@ private slots:
     {
         QFETCH(int, row);
         PagePtr page = rows()[row].make();
-        start(*page);
+        startPage(*page);
         const QStringList before = storeDump();
         lmPreferencesHost::resetUnchanged();
         page->storeGUI();
@@ -280,7 +253,7 @@ private slots:
         QFETCH(int, row);
         const PageRow &r = rows()[row];
         PagePtr page = r.make();
-        start(*page);
+        startPage(*page);
         QStringList expected = kUsualControls + r.shownMore;
         for (const QString &name : r.shownLess)
             expected.removeAll(name);
@@ -294,10 +267,10 @@ private slots:
     void destructionLeavesNoKey()
     {
         QFETCH(int, row);
-        set("Host own key", 1);
+        setStored("Host own key", 1);
         {
             PagePtr page = rows()[row].make();
-            start(*page);
+            startPage(*page);
             page->storeGUI();
             page->apply();
         }
@@ -314,8 +287,8 @@ private slots:
         QCOMPARE(lumo.page()->m_tabWidget->indexOf(lumo.page()->m_exportTab), 1);
         const std::pair<int, const char *> cases[] = {{0, "3"}, {1, "3"}, {2, "2"}, {3, "3"}};
         for (const auto &c : cases) {
-            set("LUMOOptions import smart reference behavior", c.first);
-            set("LUMOOptions import create as smart", c.first == 3);
+            setStored("LUMOOptions import smart reference behavior", c.first);
+            setStored("LUMOOptions import create as smart", c.first == 3);
             lmCallLog::clear();
             lumo.apply();
             QCOMPARE(lmCallLog::lines(),
@@ -338,9 +311,9 @@ private slots:
 
         // A CAD page defaults the keys but never reads them.
         lmStepFilePreferencesGUII step;
-        start(step);
-        set("StepOptions import smart reference behavior", 0);
-        set("StepOptions import create as smart", true);
+        startPage(step);
+        setStored("StepOptions import smart reference behavior", 0);
+        setStored("StepOptions import create as smart", true);
         step.apply();
         QCOMPARE(lmCallLog::lines(), QStringList{recordLine("Step")});
     }
@@ -348,8 +321,8 @@ private slots:
     void tessellationAndFlushTransformationsNeverReachTheRecord()
     {
         lmStepFilePreferencesGUII step;
-        start(step);
-        set("StepOptions tessellation", false);
+        startPage(step);
+        setStored("StepOptions tessellation", false);
         step.page()->m_tesselationSettings->flushTransformations()->setChecked(true);
         step.storeGUI();
         QCOMPARE(stored("StepOptions flush transformations", false), true);
@@ -363,7 +336,7 @@ private slots:
     {
         lmHostSettings::setEdition(lmHostSettings::Restricted);
         lmCatiaV5FilePreferencesGUII catia;
-        start(catia);
+        startPage(catia);
         catia.apply();
         QCOMPARE(lmCallLog::lines(), QStringList{recordLine("Catia V5", {{"keepSurfaceData", "false"}})});
         QCOMPARE(stored("Catia V5Options keep surface data", false), true);
@@ -374,15 +347,15 @@ private slots:
     void plmXmlKeepsReferencedFilesUnderItsOwnKey()
     {
         lmPLMXMLPreferencesGUII plm;
-        start(plm);
-        set("PLMXML load referenced files", false);
+        startPage(plm);
+        setStored("PLMXML load referenced files", false);
         plm.apply();
         QCOMPARE(lmCallLog::lines(), QStringList{recordLine("PLMXML", {{"importReferencedFiles", "false"}})});
         plm.updateGUI();
         QVERIFY(!plm.page()->m_importReferencedFiles->isChecked());
 
         // The prefixed key is defaulted but plays no part.
-        set("PLMXMLOptions import referenced files", false);
+        setStored("PLMXMLOptions import referenced files", false);
         plm.page()->m_importReferencedFiles->setChecked(true);
         plm.storeGUI();
         QCOMPARE(stored("PLMXML load referenced files", false), true);
@@ -394,8 +367,8 @@ private slots:
 
         // Any other page reads its prefixed key.
         lmFabricorFilePreferencesGUII fabricor;
-        start(fabricor);
-        set("FabricorOptions import referenced files", false);
+        startPage(fabricor);
+        setStored("FabricorOptions import referenced files", false);
         fabricor.apply();
         QCOMPARE(lmCallLog::lines(), QStringList{recordLine("Fabricor", {{"importReferencedFiles", "false"}})});
     }
@@ -403,7 +376,7 @@ private slots:
     void geometryCombosHaveThreeStates()
     {
         lmSolidEdgeFilePreferencesGUII page;
-        start(page);
+        startPage(page);
         const std::pair<const char *, QComboBox *> combos[] = {
             {"surfaces", page.page()->_cbImportSurfaces},
             {"meshes", page.page()->_cbImportMeshes},
@@ -416,8 +389,8 @@ private slots:
             const std::tuple<bool, bool, int> states[] = {
                 {false, false, 0}, {true, false, 1}, {true, true, 2}, {false, true, 0}};
             for (const auto &state : states) {
-                set(import, std::get<0>(state));
-                set(invisible, std::get<1>(state));
+                setStored(import, std::get<0>(state));
+                setStored(invisible, std::get<1>(state));
                 page.updateGUI();
                 QCOMPARE(combo.second->currentIndex(), std::get<2>(state));
             }
@@ -429,27 +402,25 @@ private slots:
             }
         }
         page.apply();
-        QCOMPARE(lmCallLog::lines(), QStringList{recordLine("SolidEdge", {{"importSurfaces", "true"},
-                                                                          {"importInvisibleSurfaces", "true"},
-                                                                          {"importMeshes", "true"},
-                                                                          {"importInvisibleMeshes", "true"},
-                                                                          {"importCurves", "true"},
-                                                                          {"importInvisibleCurves", "true"}})});
+        const QString everything = recordLine("SolidEdge", {
+            {"importSurfaces", "true"}, {"importInvisibleSurfaces", "true"}, {"importMeshes", "true"},
+            {"importInvisibleMeshes", "true"}, {"importCurves", "true"}, {"importInvisibleCurves", "true"}});
+        QCOMPARE(lmCallLog::lines(), QStringList{everything});
     }
 
     void tessellationWidgetCarriesItsOptions()
     {
         lmIgesFilePreferencesGUII iges;
-        start(iges);
+        startPage(iges);
         lmTesselationSettings *tessellation = iges.page()->m_tesselationSettings;
         QCOMPARE(tessellation->qualityPreset(), lmTesselationSettings::MediumQuality);
         QVERIFY(tessellation->isGroupEnabled(lmTesselationSettings::StitchingGroup));
 
-        set("IgesOptions chord deviation", 0.2);
-        set("IgesOptions normal tolerance", 20.0);
-        set("IgesOptions max chord length", 500.0);
-        set("IgesOptions stitching", false);
-        set("IgesOptions unshare nodes", true);
+        setStored("IgesOptions chord deviation", 0.2);
+        setStored("IgesOptions normal tolerance", 20.0);
+        setStored("IgesOptions max chord length", 500.0);
+        setStored("IgesOptions stitching", false);
+        setStored("IgesOptions unshare nodes", true);
         iges.updateGUI();
         QCOMPARE(tessellation->qualityPreset(), lmTesselationSettings::LowQuality);
         QVERIFY(!tessellation->stitchingToleranceField()->isEnabled());
@@ -467,20 +438,16 @@ private slots:
         tessellation->removeEmptyGroups()->setChecked(false);
         iges.storeGUI();
         iges.apply();
-        QCOMPARE(lmCallLog::lines(), QStringList{recordLine("Iges", {{"chordDeviation", "0.0125"},
-                                                                     {"normalTolerance", "20"},
-                                                                     {"maxChordLength", "500"},
-                                                                     {"stitchingTolerance", "0.25"},
-                                                                     {"keepSurfaceData", "false"},
-                                                                     {"unifySurfaceNormals", "false"},
-                                                                     {"mergeGeometries", "false"},
-                                                                     {"createGroupsForLayers", "false"},
-                                                                     {"removeEmptyGroups", "false"},
-                                                                     {"unshareNodes", "true"}})});
+        const QString edited = recordLine("Iges", {
+            {"chordDeviation", "0.0125"}, {"normalTolerance", "20"}, {"maxChordLength", "500"},
+            {"stitchingTolerance", "0.25"}, {"keepSurfaceData", "false"}, {"unifySurfaceNormals", "false"},
+            {"mergeGeometries", "false"}, {"createGroupsForLayers", "false"}, {"removeEmptyGroups", "false"},
+            {"unshareNodes", "true"}});
+        QCOMPARE(lmCallLog::lines(), QStringList{edited});
 
         // A mesh format neither tessellates nor stitches.
         lmKBXFilePreferencesGUII kbx;
-        start(kbx);
+        startPage(kbx);
         lmTesselationSettings *meshes = kbx.page()->m_tesselationSettings;
         QVERIFY(meshes->isGroupEnabled(lmTesselationSettings::SceneGraphGroup));
         QVERIFY(!meshes->isGroupEnabled(lmTesselationSettings::TessellationGroup));
@@ -490,26 +457,25 @@ private slots:
     void ondraAloneLoadsItsSwitches()
     {
         lmWireFilePreferencesGUII ondra;
-        start(ondra);
+        startPage(ondra);
         lmFileTypePreferencesGUIW *p = ondra.page();
         for (QCheckBox *box : {p->m_emptyLayersEnabled, p->m_templateGeometriesEnabled, p->m_lightsEnabled,
                                p->m_camerasEnabled, p->m_variantsEnabled})
             box->setChecked(true);
         ondra.storeGUI();
         ondra.apply();
-        QCOMPARE(lmCallLog::lines(), QStringList{recordLine("Ondra", {{"importEmptyLayers", "true"},
-                                                                      {"importTemplateGeometries", "true"},
-                                                                      {"importLights", "true"},
-                                                                      {"importCameras", "true"},
-                                                                      {"importVariants", "true"}})});
+        const QString switches = recordLine("Ondra", {
+            {"importEmptyLayers", "true"}, {"importTemplateGeometries", "true"}, {"importLights", "true"},
+            {"importCameras", "true"}, {"importVariants", "true"}});
+        QCOMPARE(lmCallLog::lines(), QStringList{switches});
         QCOMPARE(p->m_camerasEnabled->toolTip(),
                  QStringLiteral("Import cameras instead of excluding them. (Only Ondra wire files)"));
 
         // NX shows the empty-layers switch but never loads it; the store still
         // reaches the record.
         lmNXFilePreferencesGUII nx;
-        start(nx);
-        set("NXOptions import empty layers", true);
+        startPage(nx);
+        setStored("NXOptions import empty layers", true);
         nx.updateGUI();
         QVERIFY(!nx.page()->m_emptyLayersEnabled->isChecked());
         lmCallLog::clear();
@@ -521,11 +487,11 @@ private slots:
     void wrongTypedOrMissingKeysKeepTheMember()
     {
         lmDGNFilePreferencesGUII dgn;
-        start(dgn);
-        set("DGNOptions chord deviation", 0.5);
-        set("DGNOptions import mesh LODs", 0);
+        startPage(dgn);
+        setStored("DGNOptions chord deviation", 0.5);
+        setStored("DGNOptions import mesh LODs", 0);
         dgn.apply();
-        set("DGNOptions chord deviation", 0.25f); // float, not double
+        setStored("DGNOptions chord deviation", 0.25f); // float, not double
         lmPreferences::getData().remove("DGNOptions import mesh LODs");
         lmCallLog::clear();
         lmStderrCapture capture;
@@ -549,7 +515,7 @@ private slots:
         QCOMPARE(lmPreferencesHost::pages()[0].page, QStringLiteral("Base CAD"));
         QVERIFY(step.page()->isHidden());
 
-        start(step);
+        startPage(step);
         QVERIFY(lmPreferences::getData().contains("StepOptions stitching"));
         step.apply();
         QCOMPARE(lmCallLog::lines(), QStringList{recordLine("Step")});

@@ -20,20 +20,24 @@ using Options = lmFileTypePreferences::Options;
 
 // Indexed by the file type; the names prefix the keys and name the records.
 const char *const kTypeNames[] = {
-    "Cinema4D", "Cosmo",     "PlanetWeb", "KBX",    "Kova",        "Obj",      "OpenSG",   "PLMXML", "Python",
-    "3DKrafta", "LUMO",      "VRML",      "ACIS",   "Ondra",       "Draftex",  "Catia V4", "Catia V5", "DGN",
-    "Fabricor", "JT",        "NX",        "Iges",   "Parasolid",   "ProEngineer", "Rhino", "SketchUp", "SolidEdge",
-    "SolidWorks", "Step",    "STL",       "BCAD",   "Undefined",   "Unsupported",
+    "Cinema4D", "Cosmo", "PlanetWeb", "KBX", "Kova", "Obj",
+    "OpenSG", "PLMXML", "Python", "3DKrafta", "LUMO", "VRML",
+    "ACIS", "Ondra", "Draftex", "Catia V4", "Catia V5", "DGN",
+    "Fabricor", "JT", "NX", "Iges", "Parasolid", "ProEngineer",
+    "Rhino", "SketchUp", "SolidEdge", "SolidWorks", "Step", "STL",
+    "BCAD", "Undefined", "Unsupported",
 };
 const int kTypeCount = int(sizeof(kTypeNames) / sizeof(kTypeNames[0]));
 
 // The same names for the sub-reference key; PLM XML keeps its own key, so its
 // entry is never used.
 const char *const kSubReferenceTypeNames[] = {
-    "Cinema4D", "Cosmo",     "PlanetWeb", "KBX",    "Kova",        "Obj",      "OpenSG",   "undefined", "Python",
-    "3DKrafta", "LUMO",      "VRML",      "ACIS",   "Ondra",       "Draftex",  "Catia V4", "Catia V5", "DGN",
-    "Fabricor", "JT",        "NX",        "Iges",   "Parasolid",   "ProEngineer", "Rhino", "SketchUp", "SolidEdge",
-    "SolidWorks", "Step",    "STL",       "BCAD",   "Undefined",   "Unsupported",
+    "Cinema4D", "Cosmo", "PlanetWeb", "KBX", "Kova", "Obj",
+    "OpenSG", "undefined", "Python", "3DKrafta", "LUMO", "VRML",
+    "ACIS", "Ondra", "Draftex", "Catia V4", "Catia V5", "DGN",
+    "Fabricor", "JT", "NX", "Iges", "Parasolid", "ProEngineer",
+    "Rhino", "SketchUp", "SolidEdge", "SolidWorks", "Step", "STL",
+    "BCAD", "Undefined", "Unsupported",
 };
 static_assert(sizeof(kSubReferenceTypeNames) == sizeof(kTypeNames), "one name per file type");
 
@@ -180,7 +184,9 @@ std::string readKey(const CommonOption &row, int type)
 
 std::string subReferenceKey(int type)
 {
-    return type == PLMXML ? std::string(kPLMXMLReferencedFiles) : kSubReferenceTypeNames[type] + std::string(kImportReferencedFiles);
+    if (type == PLMXML)
+        return kPLMXMLReferencedFiles;
+    return kSubReferenceTypeNames[type] + std::string(kImportReferencedFiles);
 }
 
 int geometryIndex(bool import, bool invisible)
@@ -362,8 +368,8 @@ void lmFileTypePreferences::updateCommonControls()
         return;
 
     p->_general_settings->hide();
-    p->_file_specific_options->setVisible(
-        isOneOf(t, {PLMXML, Ondra, CatiaV4, CatiaV5, DGN, Fabricor, JT, NX, ProEngineer, Rhino, SolidEdge, SolidWorks, Step}));
+    p->_file_specific_options->setVisible(isOneOf(
+        t, {PLMXML, Ondra, CatiaV4, CatiaV5, DGN, Fabricor, JT, NX, ProEngineer, Rhino, SolidEdge, SolidWorks, Step}));
     p->_project_settings->setVisible(t == LUMO);
     p->_advanced_settings->setVisible(!isOneOf(t, {KBX, PLMXML}));
 
