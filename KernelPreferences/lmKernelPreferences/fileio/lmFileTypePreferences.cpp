@@ -150,6 +150,11 @@ bool isOneOf(int type, std::initializer_list<int> types)
     return std::find(types.begin(), types.end(), type) != types.end();
 }
 
+std::string subReferenceName(int type)
+{
+    return type >= 0 && type < kTypeCount ? kSubReferenceTypeNames[type] : "undefined";
+}
+
 bool hasSmartReferences(int type)
 {
     return type == OpenSG || type == LUMO;
@@ -170,7 +175,7 @@ std::string readKey(const CommonOption &row, int type)
     case Scope::OndraOnly:
         return lmFileTypePreferences::typeName(type) + row.suffix;
     case Scope::SubReference:
-        return type == PLMXML ? std::string() : kSubReferenceTypeNames[type] + std::string(row.suffix);
+        return type == PLMXML ? std::string() : subReferenceName(type) + row.suffix;
     case Scope::SmartReference:
         return hasSmartReferences(type) ? kSmartReferenceTypeNames[type - OpenSG] + std::string(row.suffix)
                                         : std::string();
@@ -186,7 +191,7 @@ std::string subReferenceKey(int type)
 {
     if (type == PLMXML)
         return kPLMXMLReferencedFiles;
-    return kSubReferenceTypeNames[type] + std::string(kImportReferencedFiles);
+    return subReferenceName(type) + kImportReferencedFiles;
 }
 
 int geometryIndex(bool import, bool invisible)
