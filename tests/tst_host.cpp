@@ -4,6 +4,7 @@
 #include "QLMSlider.h"
 #include "lmCallLog.h"
 #include "lmController.h"
+#include "lmFile.h"
 #include "lmHostSettings.h"
 #include "lmImportOptions.h"
 #include "lmOSGWidget.h"
@@ -11,6 +12,7 @@
 #include "lmScopedUndoBlocker.h"
 #include "lmTestSupport.h"
 #include "OpenSG/OSGSceneFileHandler.h"
+#include "OpenSGFileIO.h"
 
 #include <QFileDialog>
 #include <QLabel>
@@ -164,6 +166,27 @@ private slots:
         QCOMPARE(answerer.seen()[0].text, QStringLiteral("Text"));
         QCOMPARE(QDir(chosen).canonicalPath(), QDir(dir.path()).canonicalPath());
         QVERIFY(cancelled.isEmpty());
+    }
+
+    void fileHelpersAndSceneWriterSettings()
+    {
+        QCOMPARE(lmFile::convertSeparators("C:\\Kova\\bin/x"), std::string("C:/Kova/bin/x"));
+        QCOMPARE(lmFile::convertSeparators("/opt/kova"), std::string("/opt/kova"));
+
+        QTemporaryDir dir;
+        QVERIFY(dir.isValid());
+        const QString unicode = dir.filePath(QStringLiteral("t\u00ebmp"));
+        QVERIFY(QDir().mkdir(unicode));
+        QVERIFY(lmFile::exists(unicode.toUtf8().toStdString()));
+        QVERIFY(!lmFile::exists(dir.filePath("missing").toUtf8().toStdString()));
+        QVERIFY(!lmFile::exists(""));
+
+        OpenSGFileIO::the().setCompressionType(4);
+        OpenSGFileIO::the().setNewFormat(false);
+        QCOMPARE(lmCallLog::lines(), QStringList({"OpenSGFileIO::setCompressionType(4)", "OpenSGFileIO::setNewFormat(false)"}));
+        lmResetHost();
+        QCOMPARE(OpenSGFileIO::the().getCompressionType(), 2);
+        QVERIFY(OpenSGFileIO::the().getNewFormat());
     }
 };
 

@@ -20,10 +20,36 @@ struct Row
 
 // The dialog pages in creation order.
 const std::vector<Row> kPages = {
+    {"FileIO", "Catia V4"},
+    {"FileIO", "Catia V5"},
+    {"FileIO", "Ondra"},
+    {"FileIO", "Iges"},
+    {"FileIO", "NX"},
+    {"FileIO", "Step"},
+    {"FileIO", "Draftex"},
+    {"FileIO", "Fabricor"},
+    {"FileIO", "SolidWorks"},
+    {"FileIO", "SolidEdge"},
+    {"FileIO", "STL"},
+    {"FileIO", "ProE / Creo"},
+    {"FileIO", "JT"},
+    {"FileIO", "Rhino"},
+    {"FileIO", "Base CAD"},
+    {"FileIO", "KBX"},
+    {"FileIO", "DGN"},
+    {"FileIO", "PLM XML"},
     {"Camera", ""},
     {"Devices", "Devices"},
+    {"FileIO", "FileIO"},
+    {"MainWindow", ""},
+    {"Selection", ""},
+    {"FileIO", "Kova"},
+    {"Navigator", ""},
+    {"FileIO", "OSB / VPB"},
     {"Render Options", ""},
+    {"Import", "Tesselation"},
     {"WebInterface", ""},
+    {"FileIO", "WRL"},
     {"Help", ""},
     {"Virtual Reality", ""},
 };
@@ -63,6 +89,9 @@ private:
     }
 
 private slots:
+    // Applying the file I/O page writes the application's Qt settings.
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
     void init() { lmResetHost(); }
 
     void exportsOnlyTheEntryPoint()

@@ -10,6 +10,32 @@
 
 // Main window.
 
+void lmController::showFPS(bool show)
+{
+    lmCallLog::record("lmController::showFPS", show);
+}
+
+void lmController::setWindowOpacity(double opacity)
+{
+    lmCallLog::record("lmController::setWindowOpacity", opacity);
+}
+
+void lmController::setMainWindowDocking(bool enable)
+{
+    lmCallLog::record("lmController::setMainWindowDocking", enable);
+}
+
+void lmController::showButtonText(bool show)
+{
+    lmCallLog::record("lmController::showButtonText", show);
+}
+
+lmController::ELanguage lmController::getDisplayLanguage()
+{
+    // lmHostSettings::Language has the same order.
+    return static_cast<ELanguage>(lmHostSettings::displayLanguage());
+}
+
 // Devices.
 
 void lmController::setJoystickNavigation(int id, bool enabled)
@@ -77,6 +103,18 @@ void lmController::call(const char *command, lmMessage &message, int flag)
 }
 
 // File I/O.
+
+void lmController::setShowImportOptions(bool on) { lmCallLog::record("lmController::setShowImportOptions", on); }
+
+void lmController::setImportOptionsCenterInOrigin(bool on)
+{
+    lmCallLog::record("lmController::setImportOptionsCenterInOrigin", on);
+}
+
+void lmController::setImportOptionsPutOnGround(bool on)
+{
+    lmCallLog::record("lmController::setImportOptionsPutOnGround", on);
+}
 
 // Render options.
 

@@ -246,6 +246,14 @@ void lmPreferencesHost::resetUnchanged()
     }
 }
 
+void lmPreferencesHost::resetUnchanged(const Category &category)
+{
+    if (category.preferences)
+        category.preferences->m_unchanged.clear();
+    else if (category.category)
+        category.category->m_unchanged.clear();
+}
+
 std::vector<std::string> lmPreferencesHost::unchangedKeys(const Category &category)
 {
     std::vector<std::string> keys;

@@ -55,6 +55,7 @@ public:
 
     // Every key counts as changed again.
     static void resetUnchanged();
+    static void resetUnchanged(const Category &category);
     static std::vector<std::string> unchangedKeys(const Category &category);
 
     // Makes store the one getData() returns; returns the previous one.

@@ -20,6 +20,14 @@ public:
     static bool getAnalysisMode();
 
     // Main window.
+    // Languages of the user interface, in the order of the language choice.
+    enum ELanguage : int { English = 0, Chinese = 1, Japanese = 2, Korean = 3 };
+    static void showFPS(bool show);
+    static void setWindowOpacity(double opacity);
+    static void setMainWindowDocking(bool enable);
+    static void showButtonText(bool show);
+    // The language the running user interface shows.
+    static ELanguage getDisplayLanguage();
 
     // Devices.
     static void setJoystickNavigation(int id, bool enabled);
@@ -46,6 +54,10 @@ public:
     static void call(const char *command, lmMessage &message, int flag);
 
     // File I/O.
+    // Whether the import dialog opens before a file is imported.
+    static void setShowImportOptions(bool on);
+    static void setImportOptionsCenterInOrigin(bool on);
+    static void setImportOptionsPutOnGround(bool on);
 
     // Render options.
     // Milliseconds the main thread sleeps between frames.

@@ -9,7 +9,7 @@
 class LM_HOST_API lmImportOptions
 {
 public:
-    enum SmartReferenceBehavior { SmartReferenceUndefined = 0, KeepReferences = 2, RemoveReferences = 3 };
+    enum SmartReferenceBehavior : int { SmartReferenceUndefined = 0, KeepReferences = 2, RemoveReferences = 3 };
 
     // load: start from the record last written for typeName (if any);
     // save: write() commits the record as the one in force for typeName.

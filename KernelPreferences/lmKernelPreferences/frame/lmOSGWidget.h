@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lmHostApi.h"
+#include "lmNavigator.h"
 #include "lmVrsQuality.h"
 #include "OpenSG/OSGColor.h"
 
@@ -25,8 +26,26 @@ public:
     static void setSpacemouseFixedHeight(float height);
 
     // Navigator.
+    static void setNavMode(int view, lmNavigator::Mode mode);
+    static void setNavAutoCenter(bool on);
+    static void setInteractionMode(lmNavigator::InteractionMode mode);
+    static void setNavInvertDollyAxis(bool on);
+    static void setNavInvertWheelDolly(bool on);
+    static void setNavUsePivotBasedPanning(bool on);
+    static void setNavPanningSpeed(float speed);
+    static void setNavSpeedMode(int mode);
+    static void setNavDollySpeed(float speed);
+    static void setNavDollyAxis(int axis);
+    static void setNavDollyToPivot(bool on);
+    static void setAnimateNavCam(bool on);
+    static void setAnimateNavCamDuration(float duration);
+    static void setNavOrbitMode(bool on);
+    static void setNavOrbitDetectionArea(int pixels);
+    static void setNavOrbitDetectionTime(int milliseconds);
 
     // Selection.
+    static void setWireframeSelection(bool on);
+    static void setWireframeAlwaysInFront(bool on);
 
     // Render options.
     static bool isRenderEnabled();

@@ -9,6 +9,13 @@ class LM_HOST_API lmScenegraph
 {
 public:
     // Selection.
+    static void setMarkerSize(float size);
+    static void setLODSelection(bool on);
+    static void setAutoScroll(bool on);
+    static void setPreselectionEnabled(bool on);
+    static void setPreselectionColor(const osg::Color3f &color);
+    static void setWireframeOverride(bool on);
+    static void setSelectionColor(const osg::Color3f &color);
 
     // Render options.
     static void setHeadlightMode(int mode);

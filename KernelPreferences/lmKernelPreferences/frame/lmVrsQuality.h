@@ -1,7 +1,7 @@
 #pragma once
 
 // Shading rate of variable-rate shading: how many samples are shaded per pixel.
-enum lmVrsQuality
+enum lmVrsQuality : int
 {
     lmVrsQuality1Sample = 0,
     lmVrsQuality2Samples = 1,

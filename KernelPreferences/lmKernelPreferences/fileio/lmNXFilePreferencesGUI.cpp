@@ -1,0 +1,12 @@
+#include "lmNXFilePreferencesGUI.h"
+
+#include <QCoreApplication>
+
+lmNXFilePreferencesGUII::lmNXFilePreferencesGUII()
+    : QObject(nullptr),
+      lmFileTypePreferences(lmCADFileTypes::NX, QStringLiteral("NX"),
+                            QCoreApplication::translate("lmPreferences", "FileIO"))
+{
+}
+
+lmNXFilePreferencesGUII::~lmNXFilePreferencesGUII() = default;

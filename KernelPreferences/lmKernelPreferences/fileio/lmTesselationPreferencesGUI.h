@@ -1,0 +1,41 @@
+#pragma once
+
+#include "lmPreferences.h"
+#include "ui_lmTesselationPreferencesGUI.h"
+
+#include <QObject>
+#include <QWidget>
+
+class lmTesselationPreferencesGUIW : public QWidget, public Ui_lmTesselationPreferencesGUI
+{
+public:
+    explicit lmTesselationPreferencesGUIW(QWidget *parent = nullptr) : QWidget(parent) { setupUi(this); }
+};
+
+// Defaults of the optimiser that tessellates imported CAD data: quality
+// levels and topology. The host's import reads the keys from the store, so
+// nothing is pushed on apply.
+class lmTesselationPreferencesGUII : public QObject, public lmPreferences
+{
+    Q_OBJECT
+
+public:
+    lmTesselationPreferencesGUII();
+    ~lmTesselationPreferencesGUII() override;
+
+    void setDefault(lmMessage &hostData, bool overwrite) override;
+    void apply() override;
+    void updateGUI() override;
+    void storeGUI() override;
+
+    lmTesselationPreferencesGUIW *page() const { return m_page; }
+
+public Q_SLOTS:
+    void clickedAdd();
+    void clickedRemove();
+    void selectionChanged();
+    void changedItem(QTreeWidgetItem *item, int column);
+
+private:
+    lmTesselationPreferencesGUIW *m_page;
+};

@@ -1,0 +1,44 @@
+#include "lmDialogSuppressor.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QEvent>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTimer>
+
+#include <cstdio>
+
+lmDialogSuppressor::lmDialogSuppressor(bool report) : m_report(report)
+{
+    if (qApp)
+        qApp->installEventFilter(this);
+}
+
+lmDialogSuppressor::~lmDialogSuppressor()
+{
+    if (qApp)
+        qApp->removeEventFilter(this);
+}
+
+bool lmDialogSuppressor::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::Show || !watched->isWidgetType())
+        return false;
+    auto *dialog = qobject_cast<QDialog *>(watched);
+    if (!dialog)
+        return false;
+    if (m_report) {
+        const auto *box = qobject_cast<QMessageBox *>(dialog);
+        std::fprintf(stderr, "lmprefs-host: dismissed the dialog \"%s\"%s%s\n", qPrintable(dialog->windowTitle()),
+                     box ? ": " : "", box ? qPrintable(box->text().replace(QLatin1Char('\n'), QLatin1Char(' '))) : "");
+    }
+    dialog->setAttribute(Qt::WA_DontShowOnScreen);
+    // exec() starts its event loop after show(): reject from inside it.
+    QPointer<QDialog> guard(dialog);
+    QTimer::singleShot(0, dialog, [guard] {
+        if (guard)
+            guard->reject();
+    });
+    return true;
+}

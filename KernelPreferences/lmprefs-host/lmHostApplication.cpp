@@ -1,0 +1,343 @@
+#include "lmHostApplication.h"
+
+#include "lmCallLog.h"
+#include "lmHostSettings.h"
+#include "lmPreferences.h"
+#include "lmPreferencesDialog.h"
+#include "lmPreferencesHost.h"
+#include "lmPreferencesSession.h"
+#include "lmStoreFile.h"
+#include "lmValueParser.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+#include <QStandardPaths>
+
+#include <cstdio>
+
+namespace {
+
+bool g_noDisplay = false;
+
+void printOut(const QString &text)
+{
+    const QByteArray utf8 = text.toUtf8();
+    std::fwrite(utf8.constData(), 1, std::size_t(utf8.size()), stdout);
+}
+
+void printError(const QString &line)
+{
+    std::fprintf(stderr, "lmprefs-host: %s\n", qPrintable(line));
+}
+
+} // namespace
+
+lmHostApplication::lmHostApplication() = default;
+
+lmHostApplication::~lmHostApplication()
+{
+    shutDown();
+}
+
+void lmHostApplication::preparePlatform(int argc, char **argv)
+{
+    bool headless = false;
+    for (int i = 1; i < argc; ++i)
+        headless = headless || qstrcmp(argv[i], "--headless") == 0;
+    const bool display = !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        return;
+    g_noDisplay = !display;
+    if (headless || !display)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+QStringList lmHostApplication::takeOwnArguments(int &argc, char **argv)
+{
+    QStringList taken;
+    int kept = 1;
+    for (int i = 1; i < argc; ++i) {
+        if (qstrcmp(argv[i], "--plugin") == 0 && i + 1 < argc) {
+            taken << QStringLiteral("--plugin") << QString::fromLocal8Bit(argv[++i]);
+        } else if (qstrncmp(argv[i], "--plugin=", 9) == 0) {
+            taken << QString::fromLocal8Bit(argv[i]);
+        } else {
+            argv[kept++] = argv[i];
+        }
+    }
+    argc = kept;
+    argv[argc] = nullptr;
+    return taken;
+}
+
+QString lmHostApplication::defaultStorePath()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + QStringLiteral("/preferences.json");
+}
+
+QString lmHostApplication::screenshotName(const QString &group, const QString &page)
+{
+    QString name = page.isEmpty() ? group : group + QLatin1Char('_') + page;
+    for (QChar &c : name)
+        if (c.unicode() < 0x20 || QStringLiteral("/\\:*?\"<>|").contains(c))
+            c = QLatin1Char('-');
+    name = name.trimmed();
+    if (name.isEmpty() || name.startsWith(QLatin1Char('.')))
+        name.prepend(QLatin1String("page"));
+    return name;
+}
+
+int lmHostApplication::fail(int status, const QString &message)
+{
+    printError(message);
+    return status;
+}
+
+int lmHostApplication::run(const QStringList &arguments)
+{
+    const int status = execute(arguments);
+    shutDown();
+    return status;
+}
+
+void lmHostApplication::shutDown()
+{
+    // Pages go back to their categories before the categories go, and the
+    // session's copies of stored values go before the module whose code
+    // made them.
+    m_dialog.reset();
+    m_session.reset();
+    if (m_plugin.isLoaded())
+        m_plugin.unload();
+    if (m_traceListener) {
+        lmCallLog::removeListener(m_traceListener);
+        m_traceListener = 0;
+    }
+    m_trace.reset();
+}
+
+lmPreferencesDialog &lmHostApplication::dialog()
+{
+    if (!m_dialog)
+        m_dialog = std::make_unique<lmPreferencesDialog>(*m_session);
+    return *m_dialog;
+}
+
+int lmHostApplication::loadPlugin(const QString &path, bool given)
+{
+    if (!QFileInfo(path).isFile())
+        return fail(given ? 2 : 1, QStringLiteral("no plug-in module at %1").arg(path));
+    m_plugin.setFileName(path);
+    if (!m_plugin.load())
+        return fail(1, QStringLiteral("cannot load the plug-in: %1").arg(m_plugin.errorString()));
+    // The host finds the entry point by its exported name.
+    auto initPreferencesPlugin = reinterpret_cast<void (*)()>(m_plugin.resolve("initPreferencesPlugin"));
+    if (!initPreferencesPlugin)
+        return fail(1, QStringLiteral("%1 does not export initPreferencesPlugin").arg(path));
+    initPreferencesPlugin();
+    return 0;
+}
+
+int lmHostApplication::writeScreenshots(const QString &folder)
+{
+    if (!QDir().mkpath(folder))
+        return fail(1, QStringLiteral("cannot create the screenshot folder %1").arg(folder));
+    QSet<QString> used;
+    for (const lmPreferencesHost::Page &page : lmPreferencesHost::pages()) {
+        QString name = screenshotName(page.group, page.page);
+        for (int n = 2; used.contains(name); ++n)
+            name = screenshotName(page.group, page.page) + QStringLiteral(" (%1)").arg(n);
+        used.insert(name);
+        const QString file = QDir(folder).filePath(name + QStringLiteral(".png"));
+        if (!dialog().grabPage(page.widget).save(file, "PNG"))
+            return fail(1, QStringLiteral("cannot write the screenshot %1").arg(file));
+    }
+    return 0;
+}
+
+int lmHostApplication::execute(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("The stand-in host of the preferences plug-in: loads the plug-in, keeps the preferences "
+                       "between runs and opens the preferences dialog. With --headless it runs start-up, then "
+                       "--set, --accept, --dump-store, --list-pages, --screenshots and --diff-defaults in this "
+                       "order, and exits."));
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    const QCommandLineOption preferences(
+        QStringLiteral("preferences"),
+        QStringLiteral("The store file to load and save (default: %1).").arg(defaultStorePath()), QStringLiteral("file"));
+    const QCommandLineOption plugin(
+        QStringLiteral("plugin"),
+        QStringLiteral("The plug-in module to load (default: lmKernelPreferences.so beside this program)."),
+        QStringLiteral("file"));
+    const QCommandLineOption edition(
+        QStringLiteral("edition"), QStringLiteral("The host's edition: professional (default), design, essentials or restricted."),
+        QStringLiteral("edition"));
+    const QCommandLineOption appName(QStringLiteral("app-name"), QStringLiteral("The host's application name."),
+                                     QStringLiteral("name"));
+    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The host's data folder."),
+                                     QStringLiteral("dir"));
+    const QCommandLineOption language(
+        QStringLiteral("language"),
+        QStringLiteral("The host's display language: english (default), chinese, japanese or korean."),
+        QStringLiteral("language"));
+    const QCommandLineOption headless(QStringLiteral("headless"),
+                                      QStringLiteral("No window: run start-up and the actions below, then exit."));
+    const QCommandLineOption set(
+        QStringLiteral("set"),
+        QStringLiteral("Write a value under an existing key, typed as the key's current type (colours and lists "
+                       "as JSON, e.g. [0.5, 0.5, 1]); repeatable. Then update the pages."),
+        QStringLiteral("key=value"));
+    const QCommandLineOption accept(QStringLiteral("accept"),
+                                    QStringLiteral("Do what OK does: store the pages, apply, save."));
+    const QCommandLineOption dumpStore(QStringLiteral("dump-store"),
+                                       QStringLiteral("Print the store as its JSON document."));
+    const QCommandLineOption listPages(QStringLiteral("list-pages"),
+                                       QStringLiteral("Print one line per page in dialog order: group/page."));
+    const QCommandLineOption trace(
+        QStringLiteral("trace"),
+        QStringLiteral("Write every host call, one per line, as it happens from start-up on (- for standard output)."),
+        QStringLiteral("file"));
+    const QCommandLineOption screenshots(QStringLiteral("screenshots"),
+                                         QStringLiteral("Save every page as a PNG named after its group and page."),
+                                         QStringLiteral("dir"));
+    const QCommandLineOption diffDefaults(
+        QStringLiteral("diff-defaults"),
+        QStringLiteral("Print the keys whose stored values differ from their defaults: key=value (default: value)."));
+    parser.addOptions({preferences, plugin, edition, appName, dataDir, language, headless, set, accept, dumpStore,
+                       listPages, trace, screenshots, diffDefaults});
+
+    if (!parser.parse(arguments))
+        return fail(2, parser.errorText());
+    if (parser.isSet(help)) {
+        printOut(parser.helpText());
+        return 0;
+    }
+    if (parser.isSet(version)) {
+        printOut(QStringLiteral("lmprefs-host %1\n").arg(QCoreApplication::applicationVersion()));
+        return 0;
+    }
+    if (!parser.positionalArguments().isEmpty())
+        return fail(2, QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().first()));
+
+    // Host settings.
+    if (parser.isSet(edition)) {
+        lmHostSettings::Edition value;
+        if (!lmHostSettings::editionFromName(parser.value(edition).toLower(), value))
+            return fail(2, QStringLiteral("unknown edition \"%1\" (professional, design, essentials or restricted)")
+                               .arg(parser.value(edition)));
+        lmHostSettings::setEdition(value);
+    }
+    if (parser.isSet(language)) {
+        lmHostSettings::Language value;
+        if (!lmHostSettings::languageFromName(parser.value(language).toLower(), value))
+            return fail(2, QStringLiteral("unknown language \"%1\" (english, chinese, japanese or korean)")
+                               .arg(parser.value(language)));
+        lmHostSettings::setDisplayLanguage(value);
+    }
+    if (parser.isSet(appName))
+        lmHostSettings::setApplicationName(parser.value(appName));
+    if (parser.isSet(dataDir))
+        lmHostSettings::setDataDir(parser.value(dataDir));
+
+    const QStringList assignments = parser.values(set);
+    for (const QString &assignment : assignments)
+        if (assignment.indexOf(QLatin1Char('=')) <= 0)
+            return fail(2, QStringLiteral("--set expects KEY=VALUE, not \"%1\"").arg(assignment));
+
+    const bool isHeadless = parser.isSet(headless);
+    if (!isHeadless && g_noDisplay)
+        return fail(1, QStringLiteral("no display to open the window on (DISPLAY is not set); use --headless"));
+
+    const QString storePath = parser.isSet(preferences) ? parser.value(preferences) : defaultStorePath();
+    if (QFileInfo(storePath).isDir())
+        return fail(2, QStringLiteral("the preferences file %1 is a folder").arg(storePath));
+
+    if (parser.isSet(trace)) {
+        const QString path = parser.value(trace);
+        m_trace = std::make_unique<QFile>();
+        bool opened;
+        if (path == QLatin1String("-")) {
+            opened = m_trace->open(stdout, QIODevice::WriteOnly);
+        } else {
+            m_trace->setFileName(path);
+            opened = m_trace->open(QIODevice::WriteOnly | QIODevice::Truncate);
+        }
+        if (!opened)
+            return fail(2, QStringLiteral("cannot write the trace %1: %2").arg(path, m_trace->errorString()));
+        QFile *file = m_trace.get();
+        m_traceListener = lmCallLog::addListener([file](const QString &line) {
+            file->write(line.toUtf8() + '\n');
+            file->flush();
+        });
+    }
+
+    // Nobody can answer a dialog in a headless run (a page may ask, e.g. the
+    // language restart notice): dismiss each one and say so.
+    if (isHeadless)
+        m_dialogSuppressor = std::make_unique<lmDialogSuppressor>(true);
+
+    // Start-up as the host does it: stored values first, so they win over
+    // the defaults the categories then write.
+    m_session = std::make_unique<lmPreferencesSession>(storePath);
+    for (const QString &line : m_session->loadStore())
+        printError(line);
+    const QString pluginPath = parser.isSet(plugin)
+                                   ? parser.value(plugin)
+                                   : QCoreApplication::applicationDirPath() + QStringLiteral("/lmKernelPreferences.so");
+    if (const int status = loadPlugin(pluginPath, parser.isSet(plugin)))
+        return status;
+    m_session->startUp();
+
+    // The actions, in the documented order.
+    lmMessage &store = lmPreferences::getData();
+    for (const QString &assignment : assignments) {
+        const int equals = assignment.indexOf(QLatin1Char('='));
+        const QString key = assignment.left(equals);
+        const boost::any &current = store.get(key.toStdString());
+        if (current.empty())
+            return fail(2, QStringLiteral("unknown preference key \"%1\"").arg(key));
+        boost::any value;
+        QString reason;
+        if (!lmValueParser::parse(assignment.mid(equals + 1), current, value, &reason))
+            return fail(2, QStringLiteral("bad value for \"%1\": %2").arg(key, reason));
+        m_session->setValue(key.toStdString(), value);
+    }
+    if (!assignments.isEmpty())
+        lmPreferencesHost::updateGUIAll();
+
+    if (parser.isSet(accept) && !m_session->accept())
+        return fail(1, m_session->errorString());
+    if (parser.isSet(dumpStore)) {
+        QStringList skipped;
+        printOut(QString::fromUtf8(lmStoreDocument::write(store, &skipped)));
+        if (!skipped.isEmpty())
+            printError(QStringLiteral("keys of no preference type left out: %1").arg(skipped.join(QStringLiteral(", "))));
+    }
+    if (parser.isSet(listPages))
+        for (const lmPreferencesHost::Page &page : lmPreferencesHost::pages())
+            printOut((page.page.isEmpty() ? page.group : page.group + QLatin1Char('/') + page.page) + QLatin1Char('\n'));
+    if (parser.isSet(screenshots))
+        if (const int status = writeScreenshots(parser.value(screenshots)))
+            return status;
+    if (parser.isSet(diffDefaults))
+        for (const lmPreferencesSession::Difference &difference : m_session->differences()) {
+            const QString key = QString::fromStdString(difference.key);
+            const QString defaultText = lmValueParser::text(difference.defaultValue);
+            printOut(difference.value.empty()
+                         ? QStringLiteral("%1 is missing (default: %2)\n").arg(key, defaultText)
+                         : QStringLiteral("%1=%2 (default: %3)\n").arg(key, lmValueParser::text(difference.value), defaultText));
+        }
+    std::fflush(stdout);
+
+    if (isHeadless)
+        return 0;
+    dialog().exec();
+    return 0;
+}

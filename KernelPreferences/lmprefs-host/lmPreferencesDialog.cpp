@@ -1,0 +1,490 @@
+#include "lmPreferencesDialog.h"
+
+#include "lmCallLog.h"
+#include "lmPreferencesSession.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QFontDatabase>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QShowEvent>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QTabWidget>
+#include <QTextDocumentFragment>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+const int kPageRole = Qt::UserRole + 1;
+
+QString pathOf(const lmPreferencesHost::Page &page)
+{
+    return page.page.isEmpty() ? page.group : page.group + QLatin1Char('/') + page.page;
+}
+
+// A page whose name repeats its group's is the group's own page.
+bool isGroupPage(const lmPreferencesHost::Page &page)
+{
+    return page.page.isEmpty() || page.page == page.group;
+}
+
+QString plainText(const QString &text)
+{
+    if (Qt::mightBeRichText(text))
+        return QTextDocumentFragment::fromHtml(text).toPlainText();
+    QString plain = text;
+    // Mnemonic markers: "&Apply" reads "Apply", "&&" reads "&".
+    plain.replace(QLatin1String("&&"), QStringLiteral("\x01")).remove(QLatin1Char('&')).replace(QChar(1), QLatin1Char('&'));
+    return plain;
+}
+
+// Every text a person reads on a page: titles, labels, button and check-box
+// texts, combo items, tab names and tool tips.
+QStringList textsOf(QWidget *page)
+{
+    QStringList texts;
+    QList<QWidget *> widgets = page->findChildren<QWidget *>();
+    widgets.prepend(page);
+    for (QWidget *widget : widgets) {
+        texts << widget->toolTip();
+        if (auto *label = qobject_cast<QLabel *>(widget))
+            texts << plainText(label->text());
+        else if (auto *button = qobject_cast<QAbstractButton *>(widget))
+            texts << plainText(button->text());
+        else if (auto *combo = qobject_cast<QComboBox *>(widget))
+            for (int i = 0; i < combo->count(); ++i)
+                texts << combo->itemText(i) << combo->itemData(i, Qt::ToolTipRole).toString();
+        else if (auto *tabs = qobject_cast<QTabWidget *>(widget))
+            for (int i = 0; i < tabs->count(); ++i)
+                texts << plainText(tabs->tabText(i)) << tabs->tabToolTip(i);
+        // Group boxes and collapsible frames carry a title property.
+        const QVariant title = widget->property("title");
+        if (title.type() == QVariant::String)
+            texts << plainText(title.toString());
+    }
+    texts.removeAll(QString());
+    return texts;
+}
+
+} // namespace
+
+lmPreferencesDialog::lmPreferencesDialog(lmPreferencesSession &session, QWidget *parent)
+    : QDialog(parent), m_session(session)
+{
+    setWindowTitle(tr("Preferences"));
+    setSizeGripEnabled(true);
+
+    m_search = new QLineEdit;
+    m_search->setPlaceholderText(tr("Search"));
+    m_search->setClearButtonEnabled(true);
+    m_tree = new QTreeWidget;
+    m_tree->setHeaderHidden(true);
+    m_tree->setColumnCount(1);
+    auto *left = new QWidget;
+    auto *leftLayout = new QVBoxLayout(left);
+    leftLayout->setContentsMargins(0, 0, 0, 0);
+    leftLayout->addWidget(m_search);
+    leftLayout->addWidget(m_tree);
+
+    m_title = new QLabel;
+    QFont titleFont = m_title->font();
+    titleFont.setBold(true);
+    titleFont.setPointSizeF(titleFont.pointSizeF() * 1.25);
+    m_title->setFont(titleFont);
+    m_stack = new QStackedWidget;
+    m_empty = new QLabel(tr("No page matches the search."));
+    static_cast<QLabel *>(m_empty)->setAlignment(Qt::AlignCenter);
+    m_stack->addWidget(m_empty);
+    auto *pageArea = new QWidget;
+    auto *pageLayout = new QVBoxLayout(pageArea);
+    pageLayout->setContentsMargins(0, 0, 0, 0);
+    pageLayout->addWidget(m_title);
+    pageLayout->addWidget(m_stack, 1);
+
+    m_callLog = new QPlainTextEdit;
+    m_callLog->setReadOnly(true);
+    m_callLog->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_callLog->setMaximumBlockCount(5000);
+    m_callLog->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    auto *logArea = new QWidget;
+    auto *logLayout = new QVBoxLayout(logArea);
+    logLayout->setContentsMargins(0, 0, 0, 0);
+    logLayout->addWidget(new QLabel(tr("Host calls")));
+    logLayout->addWidget(m_callLog);
+
+    auto *right = new QSplitter(Qt::Vertical);
+    right->addWidget(pageArea);
+    right->addWidget(logArea);
+    right->setStretchFactor(0, 3);
+    right->setStretchFactor(1, 1);
+    right->setSizes({470, 150});
+    right->setChildrenCollapsible(false);
+
+    auto *split = new QSplitter(Qt::Horizontal);
+    split->addWidget(left);
+    split->addWidget(right);
+    split->setStretchFactor(1, 1);
+    split->setSizes({230, 730});
+    split->setChildrenCollapsible(false);
+
+    m_buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Apply | QDialogButtonBox::Cancel
+                                     | QDialogButtonBox::RestoreDefaults);
+    m_restoreAll = m_buttons->addButton(tr("Restore All Defaults"), QDialogButtonBox::ResetRole);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(split, 1);
+    layout->addWidget(m_buttons);
+    resize(960, 680);
+
+    connect(m_buttons, &QDialogButtonBox::accepted, this, &lmPreferencesDialog::accept);
+    connect(m_buttons, &QDialogButtonBox::rejected, this, &lmPreferencesDialog::reject);
+    connect(button(QDialogButtonBox::Apply), &QPushButton::clicked, this, &lmPreferencesDialog::applyChanges);
+    connect(button(QDialogButtonBox::RestoreDefaults), &QPushButton::clicked, this,
+            &lmPreferencesDialog::restoreDefaults);
+    connect(m_restoreAll, &QPushButton::clicked, this, &lmPreferencesDialog::restoreAllDefaults);
+    connect(m_search, &QLineEdit::textChanged, this, &lmPreferencesDialog::setFilter);
+    connect(m_tree, &QTreeWidget::currentItemChanged, this,
+            [this](QTreeWidgetItem *item) { currentItemChanged(item); });
+
+    for (const QString &line : lmCallLog::lines())
+        m_callLog->appendPlainText(line);
+    m_callLogListener = lmCallLog::addListener([this](const QString &line) { m_callLog->appendPlainText(line); });
+    // Pages are withdrawn inside category destructors: hand them back at once.
+    m_pagesListener = lmPreferencesHost::addPagesListener([this] { rebuild(); });
+
+    rebuild();
+    refreshBold();
+    m_session.beginEditing();
+}
+
+lmPreferencesDialog::~lmPreferencesDialog()
+{
+    lmCallLog::removeListener(m_callLogListener);
+    lmPreferencesHost::removePagesListener(m_pagesListener);
+    const QList<const QWidget *> pages = m_order;
+    for (const QWidget *page : pages)
+        releasePage(const_cast<QWidget *>(page));
+}
+
+QPushButton *lmPreferencesDialog::button(QDialogButtonBox::StandardButton which) const
+{
+    return m_buttons->button(which);
+}
+
+void lmPreferencesDialog::releasePage(QWidget *page)
+{
+    const auto it = m_entries.find(page);
+    if (it == m_entries.end())
+        return;
+    if (it->area) {
+        if (QWidget *widget = it->area->takeWidget()) {
+            widget->hide();
+            widget->setParent(nullptr);
+        }
+        delete it->area;
+    }
+    m_entries.erase(it);
+    m_order.removeAll(page);
+}
+
+void lmPreferencesDialog::rebuild()
+{
+    QWidget *current = currentPage();
+    const std::vector<lmPreferencesHost::Page> pages = lmPreferencesHost::pages();
+
+    const QList<const QWidget *> known = m_order;
+    for (const QWidget *page : known) {
+        const bool present = std::any_of(pages.begin(), pages.end(),
+                                         [page](const lmPreferencesHost::Page &p) { return p.widget == page; });
+        if (!present)
+            releasePage(const_cast<QWidget *>(page));
+    }
+
+    const QSignalBlocker blocker(m_tree);
+    m_tree->clear();
+    m_order.clear();
+    QMap<QString, QTreeWidgetItem *> groups;
+    for (const lmPreferencesHost::Page &page : pages) {
+        PageEntry &entry = m_entries[page.widget];
+        entry.page = page;
+        if (!entry.area) {
+            entry.area = new QScrollArea;
+            entry.area->setWidgetResizable(true);
+            entry.area->setFrameShape(QFrame::NoFrame);
+            entry.area->setWidget(page.widget);
+            page.widget->show();
+            m_stack->addWidget(entry.area);
+        }
+        QTreeWidgetItem *&group = groups[page.group];
+        if (!group) {
+            group = new QTreeWidgetItem(m_tree, {page.group});
+            group->setExpanded(true);
+        }
+        if (isGroupPage(page) && !group->data(0, kPageRole).isValid()) {
+            entry.item = group;
+        } else {
+            entry.item = new QTreeWidgetItem(group, {page.page.isEmpty() ? page.group : page.page});
+        }
+        entry.item->setData(0, kPageRole, QVariant::fromValue(reinterpret_cast<quintptr>(page.widget)));
+        m_order.append(page.widget);
+    }
+    for (QTreeWidgetItem *group : groups)
+        group->setExpanded(true);
+
+    if (!current || !showPage(current))
+        if (!m_order.isEmpty())
+            showPage(const_cast<QWidget *>(m_order.first()));
+    if (m_order.isEmpty())
+        currentItemChanged(nullptr);
+    setFilter(m_search->text());
+
+    // Learning the defaults runs each category's setDefault: not from inside
+    // the constructor or destructor that added or withdrew the page.
+    if (!m_boldQueued) {
+        m_boldQueued = true;
+        QTimer::singleShot(0, this, [this] {
+            m_boldQueued = false;
+            refreshBold();
+        });
+    }
+}
+
+const lmPreferencesDialog::PageEntry *lmPreferencesDialog::entryOf(const QTreeWidgetItem *item) const
+{
+    if (!item)
+        return nullptr;
+    const QVariant data = item->data(0, kPageRole);
+    if (!data.isValid())
+        return nullptr;
+    const auto it = m_entries.find(reinterpret_cast<const QWidget *>(data.value<quintptr>()));
+    return it == m_entries.end() ? nullptr : &*it;
+}
+
+QTreeWidgetItem *lmPreferencesDialog::itemOf(const QWidget *page) const
+{
+    const auto it = m_entries.find(page);
+    return it == m_entries.end() ? nullptr : it->item;
+}
+
+QWidget *lmPreferencesDialog::currentPage() const
+{
+    const PageEntry *entry = entryOf(m_tree->currentItem());
+    return entry ? entry->page.widget : nullptr;
+}
+
+bool lmPreferencesDialog::showPage(QWidget *page)
+{
+    QTreeWidgetItem *item = itemOf(page);
+    if (!item)
+        return false;
+    m_tree->setCurrentItem(item);
+    currentItemChanged(item);
+    return true;
+}
+
+void lmPreferencesDialog::currentItemChanged(QTreeWidgetItem *item)
+{
+    if (item && !entryOf(item)) {
+        // A group without a page of its own opens its first visible page.
+        for (int i = 0; i < item->childCount(); ++i)
+            if (!item->child(i)->isHidden() && entryOf(item->child(i))) {
+                item = item->child(i);
+                m_tree->setCurrentItem(item);
+                break;
+            }
+    }
+    const PageEntry *entry = entryOf(item);
+    if (!entry || (item && item->isHidden())) {
+        m_title->clear();
+        m_stack->setCurrentWidget(m_empty);
+        return;
+    }
+    m_title->setText(entry->page.page.isEmpty() || entry->page.page == entry->page.group
+                         ? entry->page.group
+                         : entry->page.group + QStringLiteral(" / ") + entry->page.page);
+    m_stack->setCurrentWidget(entry->area);
+}
+
+QStringList lmPreferencesDialog::visiblePages() const
+{
+    QStringList paths;
+    for (QTreeWidgetItemIterator it(m_tree); *it; ++it) {
+        const PageEntry *entry = entryOf(*it);
+        bool shown = entry != nullptr;
+        for (const QTreeWidgetItem *item = *it; item && shown; item = item->parent())
+            shown = !item->isHidden();
+        if (shown)
+            paths << pathOf(entry->page);
+    }
+    return paths;
+}
+
+bool lmPreferencesDialog::isBold(const QWidget *page) const
+{
+    const QTreeWidgetItem *item = itemOf(page);
+    return item && item->font(0).bold();
+}
+
+bool lmPreferencesDialog::pageMatches(const PageEntry &entry, const QString &needle) const
+{
+    if (pathOf(entry.page).contains(needle, Qt::CaseInsensitive))
+        return true;
+    const QStringList texts = textsOf(entry.page.widget);
+    return std::any_of(texts.begin(), texts.end(),
+                       [&needle](const QString &text) { return text.contains(needle, Qt::CaseInsensitive); });
+}
+
+void lmPreferencesDialog::setFilter(const QString &text)
+{
+    const QString needle = text.simplified();
+    for (int i = 0; i < m_tree->topLevelItemCount(); ++i) {
+        QTreeWidgetItem *group = m_tree->topLevelItem(i);
+        const PageEntry *own = entryOf(group);
+        bool anyChild = false;
+        for (int c = 0; c < group->childCount(); ++c) {
+            QTreeWidgetItem *child = group->child(c);
+            const PageEntry *entry = entryOf(child);
+            const bool shown = needle.isEmpty() || (entry && pageMatches(*entry, needle));
+            child->setHidden(!shown);
+            anyChild = anyChild || shown;
+        }
+        const bool groupShown = needle.isEmpty() || anyChild || (own && pageMatches(*own, needle))
+                                || group->text(0).contains(needle, Qt::CaseInsensitive);
+        group->setHidden(!groupShown);
+        if (groupShown && !needle.isEmpty())
+            group->setExpanded(true);
+    }
+
+    QTreeWidgetItem *current = m_tree->currentItem();
+    bool currentShown = current && entryOf(current);
+    for (QTreeWidgetItem *item = current; item && currentShown; item = item->parent())
+        currentShown = !item->isHidden();
+    if (currentShown) {
+        currentItemChanged(current);
+        return;
+    }
+    for (QTreeWidgetItemIterator it(m_tree); *it; ++it) {
+        bool shown = entryOf(*it) != nullptr;
+        for (QTreeWidgetItem *item = *it; item && shown; item = item->parent())
+            shown = !item->isHidden();
+        if (shown) {
+            m_tree->setCurrentItem(*it);
+            currentItemChanged(*it);
+            return;
+        }
+    }
+    currentItemChanged(nullptr);
+}
+
+void lmPreferencesDialog::refreshBold()
+{
+    for (const PageEntry &entry : m_entries) {
+        const bool changed = m_session.differsFromDefaults(entry.page.owner);
+        QFont font = entry.item->font(0);
+        font.setBold(changed);
+        entry.item->setFont(0, font);
+        entry.item->setToolTip(0, changed ? tr("Differs from the defaults") : QString());
+    }
+}
+
+void lmPreferencesDialog::mark(const QString &what)
+{
+    m_callLog->appendPlainText(QStringLiteral("--- %1 ---").arg(what));
+}
+
+bool lmPreferencesDialog::commit()
+{
+    const bool saved = m_session.accept();
+    refreshBold();
+    if (!saved) {
+        std::fprintf(stderr, "lmprefs-host: %s\n", qPrintable(m_session.errorString()));
+        QMessageBox::warning(this, windowTitle(), m_session.errorString());
+    }
+    return saved;
+}
+
+void lmPreferencesDialog::accept()
+{
+    mark(tr("OK"));
+    commit();
+    QDialog::accept();
+}
+
+void lmPreferencesDialog::applyChanges()
+{
+    mark(tr("Apply"));
+    commit();
+}
+
+void lmPreferencesDialog::reject()
+{
+    mark(tr("Cancel"));
+    m_session.cancel();
+    refreshBold();
+    QDialog::reject();
+}
+
+void lmPreferencesDialog::restoreDefaults()
+{
+    const PageEntry *entry = entryOf(m_tree->currentItem());
+    if (!entry)
+        return;
+    mark(tr("Restore Defaults: %1").arg(pathOf(entry->page)));
+    m_session.restoreDefaults(entry->page.owner);
+    refreshBold();
+}
+
+void lmPreferencesDialog::restoreAllDefaults()
+{
+    mark(tr("Restore All Defaults"));
+    m_session.restoreAllDefaults();
+    refreshBold();
+}
+
+void lmPreferencesDialog::showEvent(QShowEvent *event)
+{
+    if (!event->spontaneous())
+        m_session.beginEditing();
+    QDialog::showEvent(event);
+    QTimer::singleShot(0, m_callLog, [log = m_callLog] {
+        log->verticalScrollBar()->setValue(log->verticalScrollBar()->maximum());
+    });
+}
+
+QPixmap lmPreferencesDialog::grabPage(QWidget *page)
+{
+    const QSize size = this->size();
+    if (!showPage(page))
+        return QPixmap();
+    grab(); // lays the dialog out
+    m_callLog->verticalScrollBar()->setValue(m_callLog->verticalScrollBar()->maximum());
+    QPixmap pixmap = grab();
+    // Grow until the page needs no scrolling; the splitters share out the
+    // extra space, so this may take a few rounds.
+    const QScrollArea *area = m_entries[page].area;
+    for (int round = 0; round < 8; ++round) {
+        const int hiddenHeight = area->verticalScrollBar()->maximum();
+        const int hiddenWidth = area->horizontalScrollBar()->maximum();
+        if (hiddenHeight <= 0 && hiddenWidth <= 0)
+            break;
+        resize(this->size() + QSize(hiddenWidth, hiddenHeight));
+        pixmap = grab();
+    }
+    resize(size);
+    return pixmap;
+}

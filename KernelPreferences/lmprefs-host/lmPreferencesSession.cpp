@@ -1,0 +1,166 @@
+#include "lmPreferencesSession.h"
+
+#include "lmCallLog.h"
+#include "lmDialogSuppressor.h"
+#include "lmPreferences.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QEvent>
+#include <QPointer>
+#include <QTimer>
+
+#include <cstdio>
+
+namespace {
+
+// Puts the real store back even when a category throws.
+struct ScratchStore
+{
+    lmMessage scratch;
+    lmMessage *real;
+    ScratchStore() : real(lmPreferencesHost::swapStore(&scratch)) {}
+    ~ScratchStore() { lmPreferencesHost::swapStore(real); }
+};
+
+} // namespace
+
+lmPreferencesSession::lmPreferencesSession(const QString &storePath) : m_file(storePath)
+{
+    // Pages come and go with categories; what was learnt may belong to a
+    // category that no longer exists.
+    m_pagesListener = lmPreferencesHost::addPagesListener([this] { m_defaults.clear(); });
+}
+
+lmPreferencesSession::~lmPreferencesSession()
+{
+    lmPreferencesHost::removePagesListener(m_pagesListener);
+}
+
+const void *lmPreferencesSession::objectOf(const Category &category)
+{
+    return category.preferences ? static_cast<const void *>(category.preferences)
+                                : static_cast<const void *>(category.category);
+}
+
+QStringList lmPreferencesSession::loadStore()
+{
+    m_file.load(lmPreferences::getData());
+    return m_file.messages();
+}
+
+void lmPreferencesSession::startUp()
+{
+    lmPreferencesHost::setDefaultAll(false);
+    lmPreferencesHost::resetUnchanged();
+    lmPreferencesHost::applyAll();
+    lmPreferencesHost::resetUnchanged();
+    lmPreferencesHost::updateGUIAll();
+}
+
+bool lmPreferencesSession::accept()
+{
+    lmPreferencesHost::storeGUIAll();
+    for (const Category &category : lmPreferencesHost::categories())
+        if (m_pushAllInFull || m_pushInFull.count(objectOf(category)))
+            lmPreferencesHost::resetUnchanged(category);
+    lmPreferencesHost::applyAll();
+    lmPreferencesHost::resetUnchanged();
+    m_pushInFull.clear();
+    m_pushAllInFull = false;
+    beginEditing();
+    return m_file.save(lmPreferences::getData());
+}
+
+void lmPreferencesSession::restoreDefaults(const Category &category)
+{
+    lmPreferencesHost::setDefault(category, true);
+    lmPreferencesHost::updateGUI(category);
+    m_pushInFull.insert(objectOf(category));
+}
+
+void lmPreferencesSession::restoreAllDefaults()
+{
+    for (const Category &category : lmPreferencesHost::categories())
+        restoreDefaults(category);
+}
+
+void lmPreferencesSession::setValue(const std::string &key, const boost::any &value)
+{
+    lmPreferences::getData().set(key, value, true);
+    bool owned = false;
+    for (const Category &category : lmPreferencesHost::categories())
+        if (defaultsOf(category).contains(key)) {
+            m_pushInFull.insert(objectOf(category));
+            owned = true;
+        }
+    m_pushAllInFull = m_pushAllInFull || !owned;
+}
+
+void lmPreferencesSession::beginEditing()
+{
+    m_snapshot = lmPreferences::getData();
+    m_hasSnapshot = true;
+    m_snapshotPushInFull = m_pushInFull;
+    m_snapshotPushAllInFull = m_pushAllInFull;
+}
+
+void lmPreferencesSession::cancel()
+{
+    if (m_hasSnapshot)
+        lmPreferences::getData() = m_snapshot;
+    m_pushInFull = m_snapshotPushInFull;
+    m_pushAllInFull = m_snapshotPushAllInFull;
+    lmPreferencesHost::updateGUIAll();
+}
+
+void lmPreferencesSession::learn(const Category &category)
+{
+    const int logged = lmCallLog::size();
+    lmMessage defaults;
+    {
+        ScratchStore store;
+        lmDialogSuppressor suppressor;
+        lmPreferencesHost::setDefault(category, true);
+        defaults = store.scratch;
+    }
+    if (lmCallLog::size() != logged)
+        std::fprintf(stderr, "lmprefs-host: the category \"%s\" made host calls while writing its defaults\n",
+                     qPrintable(category.page.isEmpty() ? category.group : category.group + '/' + category.page));
+    m_defaults[objectOf(category)] = std::move(defaults);
+}
+
+const lmMessage &lmPreferencesSession::defaultsOf(const Category &category)
+{
+    auto it = m_defaults.find(objectOf(category));
+    if (it == m_defaults.end()) {
+        learn(category);
+        it = m_defaults.find(objectOf(category));
+    }
+    return it->second;
+}
+
+bool lmPreferencesSession::differsFromDefaults(const Category &category)
+{
+    const lmMessage &store = lmPreferences::getData();
+    for (const auto &entry : defaultsOf(category).values())
+        if (!lmStoreDocument::sameValue(store.get(entry.first), entry.second))
+            return true;
+    return false;
+}
+
+std::vector<lmPreferencesSession::Difference> lmPreferencesSession::differences()
+{
+    std::map<std::string, Difference> sorted;
+    const lmMessage &store = lmPreferences::getData();
+    for (const Category &category : lmPreferencesHost::categories())
+        for (const auto &entry : defaultsOf(category).values()) {
+            const boost::any &value = store.get(entry.first);
+            if (!lmStoreDocument::sameValue(value, entry.second))
+                sorted[entry.first] = Difference{entry.first, value, entry.second};
+        }
+    std::vector<Difference> result;
+    for (auto &entry : sorted)
+        result.push_back(std::move(entry.second));
+    return result;
+}

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "lmMessage.h"
+#include "lmPreferencesHost.h"
+#include "lmStoreFile.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <boost/any.hpp>
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+// What the host does with the categories between loading the plug-in and
+// quitting: start-up, OK/Apply, Cancel, Restore Defaults, persistence, and
+// knowing which keys each category owns and what their defaults are.
+class lmPreferencesSession
+{
+public:
+    using Category = lmPreferencesHost::Category;
+
+    // An empty path keeps nothing between runs.
+    explicit lmPreferencesSession(const QString &storePath = QString());
+    ~lmPreferencesSession();
+
+    lmPreferencesSession(const lmPreferencesSession &) = delete;
+    lmPreferencesSession &operator=(const lmPreferencesSession &) = delete;
+
+    lmStoreFile &storeFile() { return m_file; }
+
+    // Before the categories exist: the stored values, which then win over
+    // the defaults. Returns what happened, one line each.
+    QStringList loadStore();
+
+    // After the categories exist: defaults for keys the store lacks, the
+    // initial apply with every key counting as changed, pages from the store.
+    void startUp();
+
+    // OK and Apply: pages to store, apply, unchanged sets reset, save.
+    // False when the save failed (errorString()); the values stay in memory.
+    bool accept();
+    QString errorString() const { return m_file.errorString(); }
+
+    // Defaults into the store and onto the page; a restored category pushes
+    // every key at the next accept, since the store already holds the values
+    // its page then shows.
+    void restoreDefaults(const Category &category);
+    void restoreAllDefaults();
+
+    // A value written behind the pages (the pages are updated after it):
+    // the category that owns the key pushes every key at the next accept;
+    // when no category owns it, all of them do.
+    void setValue(const std::string &key, const boost::any &value);
+
+    // Cancel returns the store to what it held at the last begin or accept.
+    void beginEditing();
+    void cancel();
+
+    // The keys a category owns with their defaults, learnt by letting it
+    // write into an empty scratch store. Modal dialogs a category opens while
+    // writing its defaults are dismissed unseen.
+    const lmMessage &defaultsOf(const Category &category);
+    bool differsFromDefaults(const Category &category);
+
+    struct Difference
+    {
+        std::string key;
+        boost::any value; // empty when the key is missing from the store
+        boost::any defaultValue;
+    };
+    // Sorted by key.
+    std::vector<Difference> differences();
+
+private:
+    static const void *objectOf(const Category &category);
+    void learn(const Category &category);
+
+    lmStoreFile m_file;
+    lmMessage m_snapshot;
+    bool m_hasSnapshot = false;
+    // Categories whose every key counts as changed at the next accept.
+    std::set<const void *> m_pushInFull;
+    bool m_pushAllInFull = false;
+    std::set<const void *> m_snapshotPushInFull;
+    bool m_snapshotPushAllInFull = false;
+    std::map<const void *, lmMessage> m_defaults;
+    int m_pagesListener = 0;
+};

@@ -1,0 +1,246 @@
+// The main window page: the edition default, the tool-button text pairing,
+// docking negated on apply, and the language restart notice.
+#include "categories/lmMainWindowPreferencesGUI.h"
+#include "lmCallLog.h"
+#include "lmHostSettings.h"
+#include "lmMessageHelpers.h"
+#include "lmPreferencesHost.h"
+#include "lmTestSupport.h"
+
+#include <QtTest>
+
+namespace {
+
+const char *const kLanguage = "MainWindow user language";
+
+template <class T>
+T stored(const char *key)
+{
+    T value{};
+    getFromMessage(lmPreferences::getData(), key, value);
+    return value;
+}
+
+void accept(lmMainWindowPreferencesGUII &mainWindow)
+{
+    lmPreferencesHost::resetUnchanged();
+    mainWindow.storeGUI();
+    mainWindow.apply();
+}
+
+void start(lmMainWindowPreferencesGUII &mainWindow)
+{
+    mainWindow.setDefault(lmPreferences::getData(), false);
+    mainWindow.apply();
+    mainWindow.updateGUI();
+    lmCallLog::clear();
+}
+
+void checkRestartNotice(const lmDialogAnswerer::Seen &seen)
+{
+    QCOMPARE(seen.className, QStringLiteral("QMessageBox"));
+    QCOMPARE(seen.title, QStringLiteral("Language Preferences Change"));
+    QCOMPARE(seen.text, QStringLiteral("Please restart LUMO so that your language changes can take effect."));
+    QCOMPARE(seen.buttons, QStringList("OK"));
+}
+
+} // namespace
+
+class tst_MainWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { lmResetHost(); }
+
+    void toolButtonsTextDefaultsByEdition_data()
+    {
+        QTest::addColumn<int>("edition");
+        QTest::addColumn<bool>("expected");
+        QTest::newRow("professional") << int(lmHostSettings::Professional) << false;
+        QTest::newRow("design") << int(lmHostSettings::Design) << true;
+        QTest::newRow("essentials") << int(lmHostSettings::Essentials) << true;
+        QTest::newRow("restricted") << int(lmHostSettings::Restricted) << false;
+    }
+
+    void toolButtonsTextDefaultsByEdition()
+    {
+        QFETCH(int, edition);
+        QFETCH(bool, expected);
+        lmHostSettings::setEdition(lmHostSettings::Edition(edition));
+        lmMainWindowPreferencesGUII mainWindow;
+        mainWindow.setDefault(lmPreferences::getData(), true);
+        QCOMPARE(stored<bool>("MainWindow show tool buttons text"), expected);
+        QCOMPARE(stored<bool>("MainWindow show button text"), true);
+        QCOMPARE(lmPreferences::getData().size(), std::size_t(7));
+    }
+
+    void theToolbuttonBoxEditsShowButtonText()
+    {
+        lmMainWindowPreferencesGUII mainWindow;
+        lmDialogAnswerer unexpected;
+        start(mainWindow);
+        lmMessage &store = lmPreferences::getData();
+        store.set("MainWindow show tool buttons text", true, true);
+        store.set("MainWindow show button text", false, true);
+        mainWindow.updateGUI();
+        QVERIFY(!mainWindow.page()->_show_tool_buttons_text->isChecked());
+
+        mainWindow.page()->_show_tool_buttons_text->setChecked(true);
+        store.set("MainWindow show tool buttons text", false, true);
+        accept(mainWindow);
+        QCOMPARE(stored<bool>("MainWindow show button text"), true);
+        QCOMPARE(stored<bool>("MainWindow show tool buttons text"), false);
+        QCOMPARE(lmCallLog::lines(), QStringList("lmController::showButtonText(true)"));
+        QCOMPARE(unexpected.count(), 0);
+    }
+
+    void appliesOnlyChangedValuesWithDockingNegated()
+    {
+        lmMainWindowPreferencesGUII mainWindow;
+        lmDialogAnswerer unexpected;
+        mainWindow.setDefault(lmPreferences::getData(), false);
+        mainWindow.apply();
+        QCOMPARE(lmCallLog::lines(), QStringList({
+                                         "lmController::showFPS(false)",
+                                         "lmController::setWindowOpacity(1)",
+                                         "lmController::setMainWindowDocking(true)",
+                                         "lmController::showButtonText(true)",
+                                     }));
+        mainWindow.updateGUI();
+        QCOMPARE(mainWindow.page()->_opacity->value(), 1.0);
+        QCOMPARE(mainWindow.page()->_user_language_options->currentIndex(), -1);
+
+        lmCallLog::clear();
+        accept(mainWindow);
+        QCOMPARE(lmCallLog::lines(), QStringList());
+        QCOMPARE(lmPreferencesHost::unchangedKeys(lmPreferencesHost::categories().front()),
+                 std::vector<std::string>({"MainWindow disable docking", "MainWindow redirect osg log",
+                                           "MainWindow show button text", "MainWindow show fps",
+                                           "MainWindow window opacity"}));
+
+        lmMainWindowPreferencesGUIW *page = mainWindow.page();
+        page->_disableDocking->setChecked(true);
+        page->_opacity->setValue(0.5);
+        page->_show_fps->setChecked(true);
+        page->_redirect_osg_log->setChecked(true); // read by the host at start-up only
+        accept(mainWindow);
+        QCOMPARE(stored<bool>("MainWindow redirect osg log"), true);
+        QCOMPARE(stored<double>("MainWindow window opacity"), 0.5);
+        QCOMPARE(lmCallLog::lines(), QStringList({
+                                         "lmController::showFPS(true)",
+                                         "lmController::setWindowOpacity(0.5)",
+                                         "lmController::setMainWindowDocking(false)",
+                                     }));
+
+        page->_disableDocking->setChecked(false);
+        lmCallLog::clear();
+        accept(mainWindow);
+        QCOMPARE(lmCallLog::lines(), QStringList("lmController::setMainWindowDocking(true)"));
+        QCOMPARE(unexpected.count(), 0);
+    }
+
+    void restartNoticeOnDefaults_data()
+    {
+        QTest::addColumn<int>("display");
+        QTest::addColumn<int>("loaded"); // -2: nothing loaded
+        QTest::addColumn<bool>("overwrite");
+        QTest::addColumn<int>("notices");
+        QTest::newRow("english, none chosen") << int(lmHostSettings::English) << -2 << false << 0;
+        QTest::newRow("japanese, none chosen") << int(lmHostSettings::Japanese) << -2 << false << 1;
+        QTest::newRow("japanese, japanese loaded") << int(lmHostSettings::Japanese) << 2 << false << 0;
+        QTest::newRow("japanese, japanese reset") << int(lmHostSettings::Japanese) << 2 << true << 1;
+        QTest::newRow("english, korean loaded") << int(lmHostSettings::English) << 3 << false << 1;
+        QTest::newRow("chinese, english loaded") << int(lmHostSettings::Chinese) << 0 << false << 1;
+        QTest::newRow("english, out of range") << int(lmHostSettings::English) << 9 << false << 0;
+    }
+
+    void restartNoticeOnDefaults()
+    {
+        QFETCH(int, display);
+        QFETCH(int, loaded);
+        QFETCH(bool, overwrite);
+        QFETCH(int, notices);
+        lmHostSettings::setDisplayLanguage(lmHostSettings::Language(display));
+        if (loaded != -2)
+            lmPreferences::getData().set(kLanguage, loaded, true);
+        lmMainWindowPreferencesGUII mainWindow;
+        QWidget *parent = nullptr;
+        lmDialogAnswerer answerer({[&parent](QDialog *dialog) {
+            parent = dialog->parentWidget();
+            dialog->accept();
+        }});
+        mainWindow.setDefault(lmPreferences::getData(), overwrite);
+        QCOMPARE(answerer.count(), notices);
+        if (notices) {
+            checkRestartNotice(answerer.seen()[0]);
+            QCOMPARE(parent, static_cast<QWidget *>(mainWindow.page()));
+        }
+    }
+
+    void restartNoticeOncePerChangedLanguage()
+    {
+        lmMainWindowPreferencesGUII mainWindow;
+        start(mainWindow);
+        QComboBox *languages = mainWindow.page()->_user_language_options;
+        lmDialogAnswerer answerer({lmDialogAnswerer::clickButton("OK"), lmDialogAnswerer::reject()});
+
+        languages->setCurrentText("Japanese");
+        accept(mainWindow);
+        QCOMPARE(answerer.count(), 1);
+        checkRestartNotice(answerer.seen()[0]);
+        QCOMPARE(stored<int>(kLanguage), 2);
+
+        accept(mainWindow); // the same choice again
+        QCOMPARE(answerer.count(), 1);
+
+        // Closing the notice does not undo the choice.
+        languages->setCurrentText("Korean");
+        accept(mainWindow);
+        QCOMPARE(answerer.count(), 2);
+        QCOMPARE(stored<int>(kLanguage), 3);
+        // The language is never pushed into the running host.
+        QCOMPARE(lmCallLog::lines(), QStringList());
+    }
+
+    void wrongTypedKeysPushTheirFallbacks()
+    {
+        lmMainWindowPreferencesGUII mainWindow;
+        start(mainWindow);
+        lmMessage &store = lmPreferences::getData();
+        store.set("MainWindow show button text", 1, true);
+        store.set("MainWindow window opacity", 0.5f, true); // float, not double
+        store.set("MainWindow disable docking", std::string("yes"), true);
+        store.set(kLanguage, QStringLiteral("Japanese"), true);
+        mainWindow.page()->_opacity->setValue(0.7);
+        mainWindow.page()->_user_language_options->setCurrentIndex(1);
+
+        lmDialogAnswerer answerer;
+        lmStderrCapture capture;
+        mainWindow.updateGUI();
+        lmPreferencesHost::resetUnchanged();
+        mainWindow.apply();
+        mainWindow.setDefault(store, false); // an unreadable language shows no notice
+        QCOMPARE(mainWindow.page()->_opacity->value(), 0.7);
+        QVERIFY(mainWindow.page()->_show_tool_buttons_text->isChecked());
+        QCOMPARE(mainWindow.page()->_user_language_options->currentIndex(), 1);
+        QCOMPARE(lmCallLog::lines(), QStringList({
+                                         "lmController::showFPS(false)",
+                                         "lmController::setWindowOpacity(1)",
+                                         "lmController::setMainWindowDocking(true)",
+                                         "lmController::showButtonText(false)",
+                                     }));
+        QCOMPARE(answerer.count(), 0);
+
+        // The previous language reads as none: a chosen one is new.
+        mainWindow.storeGUI();
+        const QString printed = capture.text();
+        QCOMPARE(printed.count("getFromMessage : Attribute 'MainWindow user language' has wrong type"), 3);
+        QCOMPARE(printed.count("getFromMessage : Attribute 'MainWindow window opacity' has wrong type"), 2);
+        QCOMPARE(answerer.count(), 1);
+        QCOMPARE(stored<int>(kLanguage), 1);
+    }
+};
+
+QTEST_MAIN(tst_MainWindow)
+#include "tst_mainwindow.moc"

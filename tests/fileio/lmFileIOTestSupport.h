@@ -1,0 +1,20 @@
+#pragma once
+
+// Store access shared by the file I/O page tests.
+#include "lmMessageHelpers.h"
+#include "lmPreferences.h"
+
+#include <string>
+
+// True when key holds exactly this type and value.
+template <class T>
+bool holds(const std::string &key, const T &expected)
+{
+    const boost::any &value = lmPreferences::getData().get(key);
+    return !value.empty() && lmHoldsType(value, typeid(T)) && *boost::unsafe_any_cast<T>(&value) == expected;
+}
+
+inline void setKey(const std::string &key, const boost::any &value)
+{
+    lmPreferences::getData().set(key, value, true);
+}

@@ -1,0 +1,312 @@
+// The OSB / VPB page: edition defaults, compression mappings in both
+// directions, checksum rules, the "osb" option string, migration of the
+// retired texture keys and the import behaviour of both native formats.
+#include "fileio/lmOsbPreferencesGUI.h"
+#include "lmCallLog.h"
+#include "lmFileIOTestSupport.h"
+#include "lmHostSettings.h"
+#include "lmPreferencesHost.h"
+#include "lmTestSupport.h"
+
+#include <QRegularExpression>
+#include <QtTest>
+
+namespace {
+
+// An import-options commit reduced to what this page sets, so the check does
+// not depend on the record's other fields.
+QStringList callLog()
+{
+    static const QRegularExpression write(
+        R"(^lmImportOptions::write\(("\w+"), .*, smartReferenceBehavior=(\d+), importAsSmartReference=(\w+), .*\)$)");
+    QStringList lines = lmCallLog::lines();
+    for (QString &line : lines) {
+        const QRegularExpressionMatch match = write.match(line);
+        if (match.hasMatch())
+            line = QStringLiteral("write(%1, %2, %3)").arg(match.captured(1), match.captured(2), match.captured(3));
+    }
+    return lines;
+}
+
+QString osbOptions(const QString &textures)
+{
+    return QStringLiteral("osg::SceneFileHandler::setOptions(\"osb\", \"packIndices=false,unpack16BitIndices=true,%1\")")
+        .arg(textures);
+}
+
+const QString kLossy75 = "compressTextures=true,texturesCompressionQuality=75,texturesImageType=jpeg";
+
+} // namespace
+
+class tst_Osb : public QObject
+{
+    Q_OBJECT
+
+private:
+    void start(lmOsbPreferencesGUII &osb)
+    {
+        osb.setDefault(lmPreferences::getData(), false);
+        osb.updateGUI();
+    }
+
+    QStringList applied(lmOsbPreferencesGUII &osb)
+    {
+        lmCallLog::clear();
+        osb.apply();
+        return callLog();
+    }
+
+private slots:
+    void init() { lmResetHost(); }
+
+    void defaultsAndTheirApply()
+    {
+        lmOsbPreferencesGUII osb;
+        osb.setDefault(lmPreferences::getData(), true);
+        QCOMPARE(lmPreferences::getData().size(), std::size_t(23));
+        QVERIFY(holds("OsbFileIO compress quality", 85));
+        QVERIFY(holds("VpbFileIO Maximal number of increments", 5u));
+        QVERIFY(holds("OpenSGOptions import smart reference behavior", 2));
+        QVERIFY(holds("OpenSGOptions import create as smart", false));
+
+        osb.updateGUI();
+        lmOsbPreferencesGUIW *page = osb.page();
+        QCOMPARE(page->_compression->currentText(), QStringLiteral("Fast"));
+        QCOMPARE(page->_compress_quality->value(), 85);
+        QVERIFY(!page->_compress_quality->isEnabled());
+        QVERIFY(page->_incrementLimit->isEnabled());
+        QCOMPARE(page->m_importBehavior->currentText(), QStringLiteral("Keep References"));
+
+        QCOMPARE(applied(osb), QStringList({
+                                   "OpenSGFileIO::setCompressionType(2)",
+                                   "OpenSGFileIO::setNewFormat(true)",
+                                   "lmFileIO::setReaderCRCTest(false)",
+                                   "lmFileIO::setWriterCRCTest(false)",
+                                   osbOptions("inlineTextures=true,compressTextures=false"),
+                                   "lmFileIO::enableIncrementalSave(true)",
+                                   "lmFileIO::setIncrementalSaveLimit(5)",
+                                   "lmFileIO::setExecuteEmbeddedScript(true)",
+                                   "lmFileIO::setShowPreviewHint(true)",
+                                   "write(\"LUMO\", 2, false)",
+                                   "write(\"OpenSG\", 2, false)",
+                               }));
+        QCOMPARE(lmPreferencesHost::pages().at(0).page, QStringLiteral("OSB / VPB"));
+    }
+
+    void textureCompressionOptionStrings()
+    {
+        lmOsbPreferencesGUII osb;
+        start(osb);
+        lmOsbPreferencesGUIW *page = osb.page();
+
+        // The user picks "Lossy" from the keyboard: the quality becomes editable.
+        QTest::keyClick(page->_image_type, Qt::Key_Down);
+        QTest::keyClick(page->_image_type, Qt::Key_Down);
+        QVERIFY(page->_compress_quality->isEnabled());
+        page->_compress_quality->setValue(75);
+        osb.storeGUI();
+        QVERIFY(holds("OsbFileIO texture compression type", 2));
+        QCOMPARE(applied(osb)[4], osbOptions("inlineTextures=true," + kLossy75));
+
+        QTest::keyClick(page->_image_type, Qt::Key_Up);
+        QVERIFY(!page->_compress_quality->isEnabled());
+        page->_inline_textures->setChecked(false);
+        osb.storeGUI();
+        QCOMPARE(applied(osb)[4], osbOptions("inlineTextures=false,compressTextures=true,"
+                                             "texturesCompressionQuality=75,texturesImageType=png"));
+
+        // Types outside the combo: below 1 is off, above 2 is jpeg.
+        setKey("OsbFileIO texture compression type", -1);
+        QCOMPARE(applied(osb)[4], osbOptions("inlineTextures=false,compressTextures=false"));
+        setKey("OsbFileIO texture compression type", 7);
+        QCOMPARE(applied(osb)[4], osbOptions("inlineTextures=false," + kLossy75));
+    }
+
+    void fileCompressionMapsBothWays()
+    {
+        lmOsbPreferencesGUII osb;
+        start(osb);
+        QComboBox *compression = osb.page()->_compression;
+
+        // Stored 2 (the default) and 1 both show "Fast" and push 2; storing writes 1.
+        for (int stored : {2, 1}) {
+            setKey("OsbFileIO compression type", stored);
+            compression->setCurrentIndex(0);
+            osb.updateGUI();
+            QCOMPARE(compression->currentText(), QStringLiteral("Fast"));
+            QCOMPARE(applied(osb)[0], QStringLiteral("OpenSGFileIO::setCompressionType(2)"));
+            osb.storeGUI();
+            QVERIFY(holds("OsbFileIO compression type", 1));
+            QVERIFY(holds("OsbFileIO force compression", false));
+        }
+        const struct
+        {
+            int index, stored;
+            const char *pushed;
+        } choices[] = {{0, 0, "OpenSGFileIO::setCompressionType(1)"}, {2, 3, "OpenSGFileIO::setCompressionType(4)"}};
+        for (const auto &c : choices) {
+            compression->setCurrentIndex(c.index);
+            osb.storeGUI();
+            QVERIFY(holds("OsbFileIO compression type", c.stored));
+            QVERIFY(holds("OsbFileIO force compression", true));
+            QCOMPARE(applied(osb)[0], QString(c.pushed));
+            compression->setCurrentIndex(1);
+            osb.updateGUI();
+            QCOMPARE(compression->currentIndex(), c.index);
+        }
+
+        // A type the combo cannot show is pushed mapped and leaves the combo alone.
+        setKey("OsbFileIO compression type", 4);
+        osb.updateGUI();
+        QCOMPARE(compression->currentText(), QStringLiteral("Best"));
+        QCOMPARE(applied(osb)[0], QStringLiteral("OpenSGFileIO::setCompressionType(5)"));
+    }
+
+    void essentialsEditionForcesItsChoices()
+    {
+        lmHostSettings::setEdition(lmHostSettings::Essentials);
+        lmOsbPreferencesGUII osb;
+        osb.setDefault(lmPreferences::getData(), true);
+        QVERIFY(holds("OsbFileIO reader crc test", true));
+        QVERIFY(holds("OsbFileIO writer crc test", true));
+        lmOsbPreferencesGUIW *page = osb.page();
+        QVERIFY(page->_inline_textures_frame->isHidden());
+        QVERIFY(page->_validate->isHidden());
+        QVERIFY(page->_reader_frame->isHidden());
+        QVERIFY(!page->_compression->isHidden());
+
+        setKey("OsbFileIO compression type", 3);
+        setKey("OsbFileIO inline textures", false);
+        setKey("OsbFileIO reader crc test", false);
+        setKey("OsbFileIO writer crc test", false);
+        osb.updateGUI();
+        QCOMPARE(page->_compression->currentText(), QStringLiteral("Fast"));
+        QCOMPARE(applied(osb).mid(0, 5), QStringList({
+                                             "OpenSGFileIO::setCompressionType(2)",
+                                             "OpenSGFileIO::setNewFormat(true)",
+                                             "lmFileIO::setReaderCRCTest(true)",
+                                             "lmFileIO::setWriterCRCTest(true)",
+                                             osbOptions("inlineTextures=true,compressTextures=false"),
+                                         }));
+
+        page->_compression->setCurrentIndex(2);
+        page->_crc->setChecked(false);
+        page->_validate->setChecked(false);
+        osb.storeGUI();
+        QVERIFY(holds("OsbFileIO compression type", 1));
+        QVERIFY(holds("OsbFileIO reader crc test", true));
+        QVERIFY(holds("OsbFileIO writer crc test", true));
+    }
+
+    void checksumTestsAndProjectSettings()
+    {
+        lmOsbPreferencesGUII osb;
+        start(osb);
+        lmOsbPreferencesGUIW *page = osb.page();
+        page->_crc->setChecked(true);
+        page->_old_format->setChecked(true);
+        page->_incrementalSave->setChecked(false);
+        QVERIFY(!page->_incrementLimit->isEnabled());
+        page->_incrementLimit->setValue(0);
+        QCOMPARE(page->_incrementLimit->text(), QStringLiteral("Unlimited"));
+        osb.storeGUI();
+        QVERIFY(holds("VpbFileIO Maximal number of increments", 0u));
+        QStringList lines = applied(osb);
+        QCOMPARE(lines.mid(1, 3), QStringList({"OpenSGFileIO::setNewFormat(false)", "lmFileIO::setReaderCRCTest(true)",
+                                               "lmFileIO::setWriterCRCTest(false)"}));
+        QCOMPARE(lines.mid(5, 2),
+                 QStringList({"lmFileIO::enableIncrementalSave(false)", "lmFileIO::setIncrementalSaveLimit(0)"}));
+
+        // A missing writer key takes the reader's value; missing switches are skipped.
+        lmPreferences::getData().remove("OsbFileIO writer crc test");
+        lmPreferences::getData().remove("VpbFileIO Incremental save enabled");
+        lines = applied(osb);
+        QCOMPARE(lines[3], QStringLiteral("lmFileIO::setWriterCRCTest(true)"));
+        QCOMPARE(lines[5], QStringLiteral("lmFileIO::setIncrementalSaveLimit(0)"));
+    }
+
+    void retiredTextureKeysMigrateOnce()
+    {
+        lmOsbPreferencesGUII osb;
+        start(osb);
+        const struct
+        {
+            bool compress;
+            const char *imageType;
+            const char *shown;
+        } cases[] = {{false, "png", "None"}, {true, "png", "Lossless"}, {true, "PNG", "Lossy"}};
+        for (const auto &c : cases) {
+            setKey("OsbFileIO compress textures", c.compress);
+            setKey("OsbFileIO textures image type", std::string(c.imageType));
+            osb.updateGUI();
+            QCOMPARE(osb.page()->_image_type->currentText(), QString(c.shown));
+            QVERIFY(!lmPreferences::getData().contains("OsbFileIO compress textures"));
+            QVERIFY(!lmPreferences::getData().contains("OsbFileIO textures image type"));
+        }
+
+        // One retired key alone is not migrated and stays.
+        setKey("OsbFileIO compress textures", true);
+        setKey("OsbFileIO texture compression type", 1);
+        osb.updateGUI();
+        QCOMPARE(osb.page()->_image_type->currentText(), QStringLiteral("Lossless"));
+        QVERIFY(lmPreferences::getData().contains("OsbFileIO compress textures"));
+    }
+
+    void importBehaviourFollowsTheLUMOKeys()
+    {
+        lmOsbPreferencesGUII osb;
+        start(osb);
+        lmOsbPreferencesGUIW *page = osb.page();
+        setKey("LUMOOptions import smart reference behavior", 5);
+        setKey("LUMOOptions import create as smart", true);
+        osb.updateGUI();
+        osb.updateGUI();
+        QCOMPARE(page->m_importBehavior->count(), 2);
+        QCOMPARE(page->m_importBehavior->currentText(), QStringLiteral("Remove References"));
+        QVERIFY(page->m_importAsSmart->isChecked());
+        // The OpenSG keys still hold 2 and false: they are not read.
+        QCOMPARE(applied(osb).mid(9), QStringList({"write(\"LUMO\", 3, true)", "write(\"OpenSG\", 3, true)"}));
+
+        page->m_importBehavior->setCurrentIndex(0);
+        page->m_importAsSmart->setChecked(false);
+        setKey("OpenSGOptions import smart reference behavior", 3);
+        osb.storeGUI();
+        for (const char *format : {"LUMO", "OpenSG"}) {
+            QVERIFY(holds(std::string(format) + "Options import smart reference behavior", 2));
+            QVERIFY(holds(std::string(format) + "Options import create as smart", false));
+        }
+    }
+
+    void wrongTypesAreReportedAndSkipped()
+    {
+        lmOsbPreferencesGUII osb;
+        start(osb);
+        setKey("OsbFileIO pack indices", 1);                   // read, never used
+        setKey("OsbFileIO compression type", std::string("3")); // falls back to 2
+        setKey("VpbFileIO Maximal number of increments", 5);    // int, not unsigned
+        osb.page()->_incrementLimit->setValue(9);
+        lmStderrCapture capture;
+        osb.updateGUI();
+        const QStringList lines = applied(osb);
+        const QString printed = capture.text();
+        QCOMPARE(printed.count("Attribute 'OsbFileIO pack indices' has wrong type"), 1);
+        QCOMPARE(printed.count("Attribute 'OsbFileIO compression type' has wrong type"), 2);
+        QCOMPARE(osb.page()->_incrementLimit->value(), 9);
+        QCOMPARE(lines[0], QStringLiteral("OpenSGFileIO::setCompressionType(2)"));
+        QCOMPARE(lines[6], QStringLiteral("lmFileIO::setExecuteEmbeddedScript(true)"));
+    }
+
+    void destructionRemovesEveryKey()
+    {
+        {
+            lmOsbPreferencesGUII osb;
+            start(osb);
+            setKey("OsbFileIO compress textures", true);
+        }
+        QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
+        QVERIFY(lmPreferencesHost::pages().empty());
+    }
+};
+
+QTEST_MAIN(tst_Osb)
+#include "tst_osb.moc"

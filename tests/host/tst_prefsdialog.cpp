@@ -1,0 +1,477 @@
+// The host's preferences dialog and session, driven as a person does: the
+// camera page and small categories of the test's own, whose hooks leave a
+// line in the call log so that the order of the passes shows.
+#include "lmHostApplication.h"
+#include "lmPreferencesDialog.h"
+#include "lmPreferencesSession.h"
+#include "lmStoreFile.h"
+
+#include "categories/lmCameraPreferencesGUI.h"
+#include "lmCallLog.h"
+#include "lmMessageHelpers.h"
+#include "lmPreferences.h"
+#include "lmPreferencesHost.h"
+#include "lmTestSupport.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+// A category in the shape of the plug-in's pages: a check box (with a tool
+// tip) and a combo, one key each.
+class TestCategory : public QObject, public lmPreferences
+{
+public:
+    TestCategory(const QString &group, const QString &page, bool restartNotice = false)
+        : lmPreferences(group, page), m_name(page.isEmpty() ? group : page), m_notice(restartNotice),
+          m_boolKey((m_name + " grid").toStdString()), m_intKey((m_name + " units").toStdString()),
+          m_page(new QWidget)
+    {
+        auto *layout = new QVBoxLayout(m_page);
+        check = new QCheckBox(QStringLiteral("Show %1 lines").arg(m_name));
+        check->setToolTip(QStringLiteral("Draws the %1 reference under the model").arg(m_name));
+        combo = new QComboBox;
+        combo->addItems({QStringLiteral("Metres"), QStringLiteral("%1 inches").arg(m_name)});
+        layout->addWidget(check);
+        layout->addWidget(combo);
+        addPreferencesGUI(m_page);
+    }
+
+    ~TestCategory() override
+    {
+        getData().remove(m_boolKey);
+        getData().remove(m_intKey);
+        subPreferencesGUI(m_page);
+        delete m_page;
+    }
+
+    void setDefault(lmMessage &, bool overwrite) override
+    {
+        getData().set(m_boolKey, false, overwrite);
+        getData().set(m_intKey, 0, overwrite);
+        // Like a page that tells the user a restart is needed.
+        if (m_notice)
+            QMessageBox::information(m_page, QStringLiteral("Restart"), QStringLiteral("Restart to use the language."));
+    }
+
+    void apply() override
+    {
+        lmCallLog::record("Test::apply", m_name);
+        bool on = false;
+        if (isChanged(m_boolKey.c_str()) && getFromMessage(getData(), m_boolKey, on))
+            lmCallLog::record("Test::setLines", m_name, on);
+        int units = 0;
+        if (isChanged(m_intKey.c_str()) && getFromMessage(getData(), m_intKey, units))
+            lmCallLog::record("Test::setUnits", m_name, units);
+    }
+
+    void updateGUI() override
+    {
+        lmCallLog::record("Test::updateGUI", m_name);
+        bool on = false;
+        if (getFromMessage(getData(), m_boolKey, on))
+            check->setChecked(on);
+        int units = 0;
+        if (getFromMessage(getData(), m_intKey, units))
+            combo->setCurrentIndex(units);
+    }
+
+    void storeGUI() override
+    {
+        lmCallLog::record("Test::storeGUI", m_name);
+        if (!setToMessage(getData(), m_boolKey, check->isChecked(), true))
+            addUnchanged(m_boolKey.c_str());
+        if (!setToMessage(getData(), m_intKey, combo->currentIndex(), true))
+            addUnchanged(m_intKey.c_str());
+    }
+
+    QWidget *page() const { return m_page; }
+    QCheckBox *check = nullptr;
+    QComboBox *combo = nullptr;
+
+private:
+    QString m_name;
+    bool m_notice;
+    std::string m_boolKey, m_intKey;
+    QWidget *m_page;
+};
+
+float storedFloat(const char *key)
+{
+    float value = -1;
+    getFromMessage(lmPreferences::getData(), key, value);
+    return value;
+}
+
+QByteArray fileBytes(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<none>");
+}
+
+QByteArray storeDocument()
+{
+    return lmStoreDocument::write(lmPreferences::getData());
+}
+
+} // namespace
+
+class tst_PrefsDialog : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<lmPreferencesSession> m_session;
+    std::unique_ptr<lmCameraPreferencesGUII> m_camera;
+    std::unique_ptr<TestCategory> m_grid, m_units;
+
+    QString storePath() const { return m_dir->filePath(QStringLiteral("prefs.json")); }
+
+    // Camera, a top-level page and a page under a group, started as the
+    // application starts them; the call log then starts empty.
+    void startHost(const std::function<void()> &beforeStart = {})
+    {
+        m_session = std::make_unique<lmPreferencesSession>(storePath());
+        m_session->loadStore();
+        m_camera = std::make_unique<lmCameraPreferencesGUII>();
+        m_grid = std::make_unique<TestCategory>(QStringLiteral("Grid"), QString());
+        m_units = std::make_unique<TestCategory>(QStringLiteral("FileIO"), QStringLiteral("Units"));
+        if (beforeStart)
+            beforeStart();
+        m_session->startUp();
+        lmCallLog::clear();
+    }
+
+    // The camera page with the stored field of view at 60, saved.
+    void storeFov60(lmPreferencesDialog &dialog)
+    {
+        m_camera->page()->_fov->setValue(60.0);
+        dialog.applyChanges();
+        QCOMPARE(storedFloat("Camera fov"), 60.0f);
+        lmCallLog::clear();
+    }
+
+private slots:
+    void init()
+    {
+        lmResetHost();
+        m_dir = std::make_unique<QTemporaryDir>();
+    }
+
+    void cleanup()
+    {
+        m_units.reset();
+        m_grid.reset();
+        m_camera.reset();
+        m_session.reset();
+    }
+
+    void startUpLetsStoredValuesWinAndPushesEveryKey()
+    {
+        lmMessage stored;
+        stored.set("Camera fov", 50.0f, true);
+        stored.set("Grid grid", true, true);
+        QVERIFY(lmStoreFile(storePath()).save(stored));
+
+        m_session = std::make_unique<lmPreferencesSession>(storePath());
+        QVERIFY(m_session->loadStore().isEmpty());
+        m_camera = std::make_unique<lmCameraPreferencesGUII>();
+        m_grid = std::make_unique<TestCategory>(QStringLiteral("Grid"), QString());
+        m_session->startUp();
+        QCOMPARE(lmCallLog::lines(), QStringList({
+                                         "lmOSGWidget::setFov(-1, 50) [undo blocked]",
+                                         "lmOSGWidget::setGlobalEyeSeparation(63)",
+                                         "lmOSGWidget::setGlobalZeroParallaxDistance(1500)",
+                                         "lmOSGWidget::setPowerwallWindow(-1, 1600, 1200, 1000)",
+                                         "Test::apply(\"Grid\")",
+                                         "Test::setLines(\"Grid\", true)",
+                                         "Test::setUnits(\"Grid\", 0)",
+                                         "Test::updateGUI(\"Grid\")",
+                                     }));
+        QCOMPARE(m_camera->page()->_fov->value(), 50.0);
+        QVERIFY(m_grid->check->isChecked());
+
+        const auto differences = m_session->differences();
+        QCOMPARE(int(differences.size()), 2);
+        QCOMPARE(differences[0].key, std::string("Camera fov"));
+        QCOMPARE(boost::any_cast<float>(differences[0].defaultValue), 45.0f);
+        QCOMPARE(differences[1].key, std::string("Grid grid"));
+    }
+
+    void okAndApplyStoreThenApplyThenSave()
+    {
+        startHost();
+        lmPreferencesDialog dialog(*m_session);
+        dialog.show();
+        m_camera->page()->_fov->setValue(60.0);
+        m_units->combo->setCurrentIndex(1);
+        dialog.button(QDialogButtonBox::Apply)->click();
+        QCOMPARE(lmCallLog::lines(), QStringList({
+                                         "Test::storeGUI(\"Grid\")",
+                                         "Test::storeGUI(\"Units\")",
+                                         "lmOSGWidget::setFov(-1, 60) [undo blocked]",
+                                         "Test::apply(\"Grid\")",
+                                         "Test::apply(\"Units\")",
+                                         "Test::setUnits(\"Units\", 1)",
+                                     }));
+        QVERIFY(dialog.isVisible());
+        QVERIFY(dialog.callLogView()->toPlainText().contains("lmOSGWidget::setFov(-1, 60) [undo blocked]"));
+        for (const auto &category : lmPreferencesHost::categories())
+            QVERIFY(lmPreferencesHost::unchangedKeys(category).empty());
+        lmMessage saved;
+        QCOMPARE(lmStoreFile(storePath()).load(saved), lmStoreFile::Loaded);
+        QCOMPARE(lmStoreDocument::write(saved), storeDocument());
+        QVERIFY(storeDocument().contains("\"Camera fov\": {\"type\": \"float\", \"value\": 60}"));
+
+        // Nothing edited: every category is asked, nothing is pushed.
+        lmCallLog::clear();
+        m_grid->check->setChecked(true);
+        dialog.button(QDialogButtonBox::Ok)->click();
+        QCOMPARE(lmCallLog::lines(), QStringList({
+                                         "Test::storeGUI(\"Grid\")",
+                                         "Test::storeGUI(\"Units\")",
+                                         "Test::apply(\"Grid\")",
+                                         "Test::setLines(\"Grid\", true)",
+                                         "Test::apply(\"Units\")",
+                                     }));
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        QVERIFY(!dialog.isVisible());
+        QVERIFY(fileBytes(storePath()).contains("\"Grid grid\": {\"type\": \"bool\", \"value\": true}"));
+    }
+
+    void cancelPutsThePagesBack()
+    {
+        startHost();
+        lmPreferencesDialog dialog(*m_session);
+        dialog.show();
+        const QByteArray before = storeDocument();
+        m_camera->page()->_fov->setValue(70.0);
+        m_grid->check->setChecked(true);
+        dialog.button(QDialogButtonBox::Cancel)->click();
+        QCOMPARE(lmCallLog::lines(), QStringList({"Test::updateGUI(\"Grid\")", "Test::updateGUI(\"Units\")"}));
+        QCOMPARE(m_camera->page()->_fov->value(), 45.0);
+        QVERIFY(!m_grid->check->isChecked());
+        QCOMPARE(storeDocument(), before);
+        QVERIFY(!QFile::exists(storePath()));
+        QCOMPARE(dialog.result(), int(QDialog::Rejected));
+    }
+
+    void restoreDefaultsThenCancelChangesNothing()
+    {
+        startHost();
+        lmPreferencesDialog dialog(*m_session);
+        dialog.show();
+        storeFov60(dialog);
+        m_grid->check->setChecked(true);
+        dialog.applyChanges();
+        lmCallLog::clear();
+        const QByteArray store = storeDocument();
+        const QByteArray file = fileBytes(storePath());
+        const QByteArray backup = fileBytes(storePath() + ".bak");
+
+        QVERIFY(dialog.showPage(m_camera->page()));
+        dialog.button(QDialogButtonBox::RestoreDefaults)->click();
+        QCOMPARE(storedFloat("Camera fov"), 45.0f);
+        QCOMPARE(m_camera->page()->_fov->value(), 45.0);
+        QVERIFY(m_grid->check->isChecked());
+        dialog.restoreAllButton()->click();
+        QVERIFY(!m_grid->check->isChecked());
+        QVERIFY(lmCallLog::lines().endsWith("Test::updateGUI(\"Units\")"));
+
+        dialog.button(QDialogButtonBox::Cancel)->click();
+        QCOMPARE(storeDocument(), store);
+        QCOMPARE(fileBytes(storePath()), file);
+        QCOMPARE(fileBytes(storePath() + ".bak"), backup);
+        QCOMPARE(m_camera->page()->_fov->value(), 60.0);
+        QVERIFY(m_grid->check->isChecked());
+        QVERIFY(dialog.isBold(m_camera->page()));
+        QVERIFY(dialog.isBold(m_grid->page()));
+    }
+
+    void restoredPagePushesEveryKeyOnOk()
+    {
+        startHost();
+        lmPreferencesDialog dialog(*m_session);
+        dialog.show();
+        storeFov60(dialog);
+        QVERIFY(dialog.showPage(m_camera->page()));
+        dialog.restoreDefaults();
+        dialog.accept();
+        // The store already held the defaults when storeGUI ran: the restored
+        // category pushes all its keys, the others only what changed.
+        QCOMPARE(lmCallLog::lines(), QStringList({
+                                         "Test::storeGUI(\"Grid\")",
+                                         "Test::storeGUI(\"Units\")",
+                                         "lmOSGWidget::setFov(-1, 45) [undo blocked]",
+                                         "lmOSGWidget::setGlobalEyeSeparation(63)",
+                                         "lmOSGWidget::setGlobalZeroParallaxDistance(1500)",
+                                         "lmOSGWidget::setPowerwallWindow(-1, 1600, 1200, 1000)",
+                                         "Test::apply(\"Grid\")",
+                                         "Test::apply(\"Units\")",
+                                     }));
+        QVERIFY(fileBytes(storePath()).contains("\"Camera fov\": {\"type\": \"float\", \"value\": 45}"));
+    }
+
+    void changedValueMakesItsPageBold()
+    {
+        startHost();
+        lmPreferencesDialog dialog(*m_session);
+        for (QWidget *page : {static_cast<QWidget *>(m_camera->page()), m_grid->page(), m_units->page()})
+            QVERIFY(!dialog.isBold(page));
+        storeFov60(dialog);
+        QVERIFY(dialog.isBold(m_camera->page()));
+        QVERIFY(!dialog.isBold(m_grid->page()));
+        QVERIFY(!dialog.isBold(m_units->page()));
+
+        QVERIFY(dialog.showPage(m_camera->page()));
+        dialog.restoreDefaults();
+        QVERIFY(!dialog.isBold(m_camera->page()));
+        dialog.applyChanges();
+        QVERIFY(!dialog.isBold(m_camera->page()));
+        QVERIFY(m_session->differences().empty());
+    }
+
+    void searchNarrowsThePages_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QStringList>("pages");
+        QTest::newRow("label") << "zero parallax" << QStringList{"Camera"};
+        QTest::newRow("tool tip") << "Units reference" << QStringList{"FileIO/Units"};
+        QTest::newRow("check box") << "show grid" << QStringList{"Grid"};
+        QTest::newRow("combo item") << "METRES" << QStringList{"Grid", "FileIO/Units"};
+        QTest::newRow("group title") << "fileio" << QStringList{"FileIO/Units"};
+        QTest::newRow("frame title") << "Powerwall" << QStringList{"Camera"};
+        QTest::newRow("nothing") << "teapot" << QStringList{};
+        QTest::newRow("cleared") << "" << QStringList{"Camera", "Grid", "FileIO/Units"};
+    }
+
+    void searchNarrowsThePages()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QStringList, pages);
+        startHost();
+        lmPreferencesDialog dialog(*m_session);
+        dialog.show();
+        QTest::keyClicks(dialog.searchField(), QStringLiteral("xyz"));
+        dialog.searchField()->clear();
+        QTest::keyClicks(dialog.searchField(), typed);
+        QCOMPARE(dialog.visiblePages(), pages);
+        // The page shown is one the search kept.
+        QWidget *shown = dialog.currentPage();
+        if (pages.isEmpty())
+            QVERIFY(!shown || dialog.itemOf(shown)->isHidden());
+        else
+            QVERIFY(shown && !dialog.itemOf(shown)->isHidden());
+    }
+
+    void treeFollowsGroupsInTheOrderPagesCame()
+    {
+        lmPreferencesSession session;
+        auto stl = std::make_unique<TestCategory>(QStringLiteral("FileIO"), QStringLiteral("STL"));
+        auto help = std::make_unique<TestCategory>(QStringLiteral("Help"), QString());
+        auto fileIO = std::make_unique<TestCategory>(QStringLiteral("FileIO"), QStringLiteral("FileIO"));
+        auto tess = std::make_unique<TestCategory>(QStringLiteral("Import"), QStringLiteral("Tesselation"));
+        session.startUp();
+        auto dialog = std::make_unique<lmPreferencesDialog>(session);
+        QTreeWidget *tree = dialog->tree();
+
+        QStringList shape;
+        for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+            QTreeWidgetItem *group = tree->topLevelItem(i);
+            shape << group->text(0);
+            for (int c = 0; c < group->childCount(); ++c)
+                shape << "  " + group->child(c)->text(0);
+        }
+        QCOMPARE(shape, QStringList({"FileIO", "  STL", "Help", "Import", "  Tesselation"}));
+        QCOMPARE(dialog->itemOf(fileIO->page()), tree->topLevelItem(0));
+        QCOMPARE(dialog->visiblePages(), QStringList({"FileIO/FileIO", "FileIO/STL", "Help", "Import/Tesselation"}));
+
+        // A group without a page of its own opens its first page.
+        tree->setCurrentItem(tree->topLevelItem(2));
+        QCOMPARE(dialog->currentPage(), tess->page());
+
+        // A withdrawn page leaves the tree; the dialog hands the others back.
+        dialog->showPage(stl->page());
+        stl.reset();
+        QVERIFY(!dialog->visiblePages().contains("FileIO/STL"));
+        QCOMPARE(dialog->visiblePages().size(), 3);
+        QVERIFY(dialog->currentPage());
+        QVERIFY(help->page()->parent());
+        dialog.reset();
+        QVERIFY(!help->page()->parent());
+        QVERIFY(!fileIO->page()->parent());
+    }
+
+    void learningDefaultsLeavesNoTrace()
+    {
+        lmDialogAnswerer answerer({lmDialogAnswerer::accept()});
+        std::unique_ptr<TestCategory> language;
+        startHost([&language] {
+            language = std::make_unique<TestCategory>(QStringLiteral("MainWindow"), QString(), true);
+        });
+        // The start-up's own notice is the category's to show.
+        QCOMPARE(answerer.count(), 1);
+        language->check->setChecked(true);
+        language->storeGUI();
+        lmCallLog::clear();
+        const QByteArray before = storeDocument();
+
+        lmPreferencesDialog dialog(*m_session);
+        QCOMPARE(answerer.count(), 1);
+        QVERIFY(lmCallLog::lines().isEmpty());
+        QCOMPARE(storeDocument(), before);
+        QVERIFY(dialog.isBold(language->page()));
+        const lmMessage &defaults = m_session->defaultsOf(lmPreferencesHost::categories().back());
+        QCOMPARE(defaults.keys(), std::vector<std::string>({"MainWindow grid", "MainWindow units"}));
+
+        // Restoring its defaults for real does show it.
+        QVERIFY(dialog.showPage(language->page()));
+        dialog.restoreDefaults();
+        QCOMPARE(answerer.count(), 2);
+        QCOMPARE(answerer.seen()[1].text, QStringLiteral("Restart to use the language."));
+        language.reset();
+    }
+
+    void screenshotNamesAreSafeFileNames()
+    {
+        QCOMPARE(lmHostApplication::screenshotName("FileIO", "OSB / VPB"), QStringLiteral("FileIO_OSB - VPB"));
+        QCOMPARE(lmHostApplication::screenshotName("Camera", QString()), QStringLiteral("Camera"));
+        QCOMPARE(lmHostApplication::screenshotName("..", "a\\b:c*?\"<>|\n"), QStringLiteral("page.._a-b-c-------"));
+    }
+
+    void failedSaveIsShownAndKeepsTheValues()
+    {
+        QFile blocker(m_dir->filePath("plain"));
+        QVERIFY(blocker.open(QIODevice::WriteOnly));
+        lmPreferencesSession session(m_dir->filePath("plain/prefs.json"));
+        lmCameraPreferencesGUII camera;
+        session.startUp();
+        lmPreferencesDialog dialog(session);
+        lmDialogAnswerer answerer({lmDialogAnswerer::accept()});
+        lmStderrCapture stderrText;
+        camera.page()->_fov->setValue(80.0);
+        dialog.applyChanges();
+        QCOMPARE(answerer.count(), 1);
+        QVERIFY2(answerer.seen()[0].text.startsWith("The preferences were not saved to " + m_dir->filePath("plain/prefs.json")),
+                 qPrintable(answerer.seen()[0].text));
+        QVERIFY(stderrText.text().contains("cannot create the folder"));
+        QCOMPARE(storedFloat("Camera fov"), 80.0f);
+        QVERIFY(dialog.isBold(camera.page()));
+    }
+};
+
+QTEST_MAIN(tst_PrefsDialog)
+#include "tst_prefsdialog.moc"

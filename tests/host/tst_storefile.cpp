@@ -1,0 +1,551 @@
+// The store file: every value type survives a save and a load bit for bit, a
+// damaged file is reported and left alone, a failed save loses nothing, and a
+// saver killed at any moment leaves a file that loads.
+#include "lmStoreFile.h"
+#include "lmValueParser.h"
+
+#include "lmMessageHelpers.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QLockFile>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <charconv>
+#include <csignal>
+#include <cstring>
+#include <limits>
+#include <sys/resource.h>
+
+namespace {
+
+using Floats = std::vector<float>;
+using Colors = std::vector<osg::Color3f>;
+using Strings = std::vector<std::string>;
+
+// Random values of every preference type, biased towards the awkward ones:
+// arbitrary float and double bit patterns (NaN, infinities, subnormals, -0),
+// bytes that are not UTF-8, lone surrogates, control characters.
+class Generator
+{
+public:
+    explicit Generator(quint32 seed) : m_random(seed) {}
+
+    quint32 bits() { return m_random.generate(); }
+    int below(int n) { return int(m_random.bounded(n)); }
+
+    float anyFloat()
+    {
+        switch (below(4)) {
+        case 0: return float(m_random.generateDouble() * 2000 - 1000);
+        case 1: return std::array<float, 5>{0.1f, -0.0f, 45.0f, 1e-45f, std::numeric_limits<float>::max()}[below(5)];
+        default: {
+            const quint32 b = bits();
+            float f;
+            std::memcpy(&f, &b, sizeof f);
+            return f;
+        }
+        }
+    }
+
+    double anyDouble()
+    {
+        if (below(3) == 0)
+            return m_random.generateDouble() * 1e6;
+        const quint64 b = m_random.generate64();
+        double d;
+        std::memcpy(&d, &b, sizeof d);
+        return d;
+    }
+
+    std::string bytes()
+    {
+        std::string text;
+        const int length = below(12);
+        const bool utf8 = below(2) == 0;
+        for (int i = 0; i < length; ++i)
+            text += utf8 ? std::array<const char *, 6>{"a", "\xc3\xbc", "\xe2\x82\xac", "\xf0\x9f\x98\x80", "\"", "\n"}[below(6)]
+                         : std::string(1, char(bits() & 0xFF));
+        return text;
+    }
+
+    QString qstring()
+    {
+        QString text;
+        const int length = below(10);
+        for (int i = 0; i < length; ++i)
+            text += QChar(ushort(below(3) == 0 ? 0xD800 + below(0x800) : bits() & 0xFFFF));
+        return text;
+    }
+
+    osg::Color3f color() { return osg::Color3f(anyFloat(), anyFloat(), anyFloat()); }
+
+    boost::any value(int type)
+    {
+        switch (type) {
+        case 0: return int(bits());
+        case 1: return unsigned(bits());
+        case 2: return anyFloat();
+        case 3: return anyDouble();
+        case 4: return below(2) == 0;
+        case 5: return bytes();
+        case 6: return qstring();
+        case 7: return color();
+        case 8: return list<float>([this] { return anyFloat(); });
+        case 9: return list<osg::Color3f>([this] { return color(); });
+        default: return list<std::string>([this] { return bytes(); });
+        }
+    }
+
+    lmMessage store(int keys)
+    {
+        lmMessage store;
+        for (int i = 0; i < keys; ++i)
+            store.set("Key " + std::to_string(i), value(i % 11), true);
+        return store;
+    }
+
+private:
+    template <class T, class F>
+    std::vector<T> list(F make)
+    {
+        std::vector<T> values(std::size_t(below(5)));
+        for (T &v : values)
+            v = make();
+        return values;
+    }
+
+    QRandomGenerator m_random;
+};
+
+// Bitwise comparison written independently of the code under test.
+template <class F>
+bool sameBits(F a, F b)
+{
+    return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+bool sameColor(const osg::Color3f &a, const osg::Color3f &b)
+{
+    return sameBits(a.red(), b.red()) && sameBits(a.green(), b.green()) && sameBits(a.blue(), b.blue());
+}
+
+template <class T>
+const T *as(const boost::any &v)
+{
+    return lmHoldsType(v, typeid(T)) ? boost::unsafe_any_cast<T>(&v) : nullptr;
+}
+
+bool identical(const boost::any &a, const boost::any &b)
+{
+    if (std::strcmp(a.type().name(), b.type().name()) != 0)
+        return false;
+    if (auto *x = as<float>(a)) return sameBits(*x, *as<float>(b));
+    if (auto *x = as<double>(a)) return sameBits(*x, *as<double>(b));
+    if (auto *x = as<osg::Color3f>(a)) return sameColor(*x, *as<osg::Color3f>(b));
+    if (auto *x = as<Floats>(a)) {
+        const Floats &y = *as<Floats>(b);
+        return x->size() == y.size() && std::equal(x->begin(), x->end(), y.begin(), sameBits<float>);
+    }
+    if (auto *x = as<Colors>(a)) {
+        const Colors &y = *as<Colors>(b);
+        return x->size() == y.size() && std::equal(x->begin(), x->end(), y.begin(), sameColor);
+    }
+    if (auto *x = as<int>(a)) return *x == *as<int>(b);
+    if (auto *x = as<unsigned>(a)) return *x == *as<unsigned>(b);
+    if (auto *x = as<bool>(a)) return *x == *as<bool>(b);
+    if (auto *x = as<std::string>(a)) return *x == *as<std::string>(b);
+    if (auto *x = as<QString>(a)) return *x == *as<QString>(b);
+    if (auto *x = as<Strings>(a)) return *x == *as<Strings>(b);
+    return false;
+}
+
+QString firstDifference(const lmMessage &expected, const lmMessage &actual)
+{
+    if (expected.keys() != actual.keys())
+        return QStringLiteral("different keys: %1 vs %2").arg(expected.size()).arg(actual.size());
+    for (const auto &entry : expected.values())
+        if (!identical(entry.second, actual.get(entry.first)))
+            return QStringLiteral("value of \"%1\" (%2)")
+                .arg(QString::fromStdString(entry.first), lmStoreDocument::typeName(entry.second));
+    return QString();
+}
+
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void writeAll(const QString &path, const QByteArray &data)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    QCOMPARE(file.write(data), qint64(data.size()));
+}
+
+// Run as a child by the kill test: saves two large stores in turn, forever,
+// telling the parent after each save.
+int saveForever(const QString &path)
+{
+    Generator generator(7);
+    const lmMessage stores[2] = {generator.store(3000), generator.store(3000)};
+    lmStoreFile file(path);
+    lmMessage ignored;
+    if (file.load(ignored) == lmStoreFile::Failed)
+        return 3;
+    for (int i = 0;; ++i) {
+        if (!file.save(stores[i % 2])) {
+            std::fprintf(stderr, "%s\n", qPrintable(file.errorString()));
+            return 4;
+        }
+        std::printf("saved\n");
+        std::fflush(stdout);
+    }
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(boost::any)
+
+class tst_StoreFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyTypeRoundTripsBitForBit()
+    {
+        for (quint32 seed = 1; seed <= 200; ++seed) {
+            Generator generator(seed);
+            const lmMessage original = generator.store(33);
+            const QByteArray document = lmStoreDocument::write(original);
+            lmMessage loaded;
+            QString error;
+            QVERIFY2(lmStoreDocument::read(document, loaded, &error), qPrintable(error + "\n" + document));
+            const QString difference = firstDifference(original, loaded);
+            QVERIFY2(difference.isEmpty(), qPrintable(QString("seed %1: %2").arg(seed).arg(difference)));
+            // Writing what was read gives the same bytes again.
+            QCOMPARE(lmStoreDocument::write(loaded), document);
+        }
+    }
+
+    void documentReadsAsGiven()
+    {
+        lmMessage store;
+        store.set("Camera fov", 45.0f, true);
+        store.set("Ratio", 0.1f, true);
+        store.set("Neg zero", -0.0, true);
+        store.set("Colour", osg::Color3f(1.0f, 0.5f, 0.0f), true);
+        const QByteArray document = lmStoreDocument::write(store);
+        QVERIFY(document.startsWith("{\n    \"format\": \"lmKernelPreferences-store\",\n    \"version\": 1,"));
+        QVERIFY(document.contains("\"Camera fov\": {\"type\": \"float\", \"value\": 45}"));
+        QVERIFY(document.contains("\"Ratio\": {\"type\": \"float\", \"value\": 0.1}"));
+        QVERIFY(document.contains("\"Neg zero\": {\"type\": \"double\", \"value\": \"-0\"}"));
+        QVERIFY(document.contains("\"Colour\": {\"type\": \"color\", \"value\": [1, 0.5, 0]}"));
+        // A float written with more digits than it needs still reads as that float.
+        QCOMPARE(lmStoreDocument::floatFromJsonNumber(double(0.1f)), 0.1f);
+        QCOMPARE(lmStoreDocument::floatFromJsonNumber(0.1), 0.1f);
+        // The only float magnitude whose shortest text, read as a double and
+        // then rounded to float, lands on its neighbour.
+        const char text[] = "7.038531e-26";
+        float exact = 0;
+        std::from_chars(text, text + sizeof text - 1, exact);
+        QVERIFY(static_cast<float>(7.038531e-26) != exact);
+        lmMessage tiny, loaded;
+        tiny.set("Tiny", exact, true);
+        QVERIFY(lmStoreDocument::write(tiny).contains("\"value\": 7.038531e-26}"));
+        QVERIFY(lmStoreDocument::read(lmStoreDocument::write(tiny), loaded, nullptr));
+        QCOMPARE(firstDifference(tiny, loaded), QString());
+    }
+
+    void savedFileLoadsTheSameAndKeepsTheBackup()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("sub/prefs.json");
+        Generator generator(99);
+        const lmMessage first = generator.store(50), second = generator.store(50);
+        lmStoreFile file(path);
+        lmMessage loaded;
+        QCOMPARE(file.load(loaded), lmStoreFile::NoFile);
+        QVERIFY2(file.save(first), qPrintable(file.errorString()));
+        QVERIFY(!QFile::exists(file.backupPath()));
+        QVERIFY2(file.save(second), qPrintable(file.errorString()));
+
+        lmStoreFile again(path);
+        QCOMPARE(again.load(loaded), lmStoreFile::Loaded);
+        QCOMPARE(firstDifference(second, loaded), QString());
+        lmMessage backup;
+        QString error;
+        QVERIFY2(lmStoreFile::readFile(file.backupPath(), backup, &error), qPrintable(error));
+        QCOMPARE(firstDifference(first, backup), QString());
+        QVERIFY(!QFile::exists(path + ".lock"));
+    }
+
+    void damagedFileIsReportedAndLeftAlone()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("prefs.json");
+        Generator generator(5);
+        const lmMessage older = generator.store(22), newer = generator.store(22);
+        lmStoreFile writer(path);
+        QVERIFY(writer.save(older));
+        QVERIFY(writer.save(newer));
+        const QByteArray good = readAll(path);
+        const QByteArray backup = readAll(writer.backupPath());
+        const int contentEnd = good.trimmed().size();
+        const int step = std::max(1, contentEnd / 100);
+
+        int failures = 0;
+        QRandomGenerator random(11);
+        for (int round = 0; round < 160; ++round) {
+            // A hundred cut points through the document, then random bytes.
+            QByteArray damaged = good;
+            const bool truncated = round < 100;
+            if (truncated)
+                damaged.truncate(round * step);
+            else
+                damaged[int(random.bounded(contentEnd))] = char(random.bounded(256));
+            const bool withBackup = round % 3 != 0;
+            writeAll(path, damaged);
+            if (withBackup)
+                writeAll(writer.backupPath(), backup);
+            else
+                QFile::remove(writer.backupPath());
+
+            lmMessage store;
+            store.set("Host key", 1, true);
+            lmStoreFile file(path);
+            const lmStoreFile::LoadResult result = file.load(store);
+            if (result == lmStoreFile::Loaded) {
+                QVERIFY2(!truncated, "a truncated file loaded");
+                continue;
+            }
+            ++failures;
+            const QString messages = file.messages().join('\n');
+            QVERIFY2(messages.contains("Cannot load the preferences " + path + ": "), qPrintable(messages));
+            lmMessage expected;
+            expected.set("Host key", 1, true);
+            if (withBackup) {
+                QCOMPARE(result, lmStoreFile::LoadedFromBackup);
+                QVERIFY(messages.contains("Starting from the backup " + writer.backupPath()));
+                for (const auto &entry : older.values())
+                    expected.set(entry.first, entry.second, true);
+            } else {
+                QCOMPARE(result, lmStoreFile::Failed);
+                QVERIFY(messages.endsWith("Starting from the defaults."));
+            }
+            QCOMPARE(firstDifference(expected, store), QString());
+
+            QVERIFY(!file.save(store));
+            QVERIFY2(file.errorString().contains(path) && file.errorString().contains("could not be loaded"),
+                     qPrintable(file.errorString()));
+            QCOMPARE(readAll(path), damaged);
+            if (withBackup)
+                QCOMPARE(readAll(writer.backupPath()), backup);
+        }
+        QVERIFY(failures > 120);
+    }
+
+    void damageIsNamed_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("reason");
+        const QByteArray head = "{\"format\": \"lmKernelPreferences-store\", \"version\": 1, \"values\": ";
+        QTest::newRow("empty") << QByteArray("\n") << "the file is empty";
+        QTest::newRow("not json") << QByteArray("{\"format\": ") << "not valid JSON: ";
+        QTest::newRow("array") << QByteArray("[1]") << "not a JSON object";
+        QTest::newRow("other format") << QByteArray("{\"format\": \"x\"}") << "not a preferences store";
+        QTest::newRow("newer version") << QByteArray("{\"format\": \"lmKernelPreferences-store\", \"version\": 2}")
+                                       << "unsupported version 2";
+        QTest::newRow("no values") << QByteArray("{\"format\": \"lmKernelPreferences-store\", \"version\": 1}")
+                                   << "\"values\" is missing";
+        QTest::newRow("fraction as int") << head + "{\"A\": {\"type\": \"int\", \"value\": 1.5}}}"
+                                         << "\"A\" is not valid: expected an int, found 1.5";
+        QTest::newRow("negative uint") << head + "{\"A\": {\"type\": \"uint\", \"value\": -1}}}" << "expected an unsigned int";
+        QTest::newRow("float overflow") << head + "{\"A\": {\"type\": \"float\", \"value\": 1e39}}}" << "float range";
+        QTest::newRow("unknown type") << head + "{\"A\": {\"type\": \"long\", \"value\": 1}}}" << "unknown type \"long\"";
+        QTest::newRow("short colour") << head + "{\"A\": {\"type\": \"color\", \"value\": [1, 2]}}}" << "a colour [r, g, b]";
+        QTest::newRow("bad list item") << head + "{\"A\": {\"type\": \"strings\", \"value\": [\"a\", 2]}}}"
+                                       << "item 1: expected a string";
+        QTest::newRow("bad base64") << head + "{\"A\": {\"type\": \"string\", \"value\": {\"base64\": \"*\"}}}}"
+                                    << "expected a string";
+        QTest::newRow("no value") << head + "{\"A\": {\"type\": \"bool\"}}}" << "expected {\"type\"";
+    }
+
+    void damageIsNamed()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, reason);
+        lmMessage store;
+        QString error;
+        QVERIFY(!lmStoreDocument::read(content, store, &error));
+        QVERIFY2(error.contains(reason), qPrintable(error));
+        QCOMPARE(store.size(), std::size_t(0));
+    }
+
+    void failedSaveLosesNothing()
+    {
+        QTemporaryDir dir;
+        Generator generator(3);
+        const lmMessage small = generator.store(5), large = generator.store(400);
+
+        // A folder that cannot exist: its parent is a regular file.
+        writeAll(dir.filePath("plain"), "x");
+        lmStoreFile blocked(dir.filePath("plain/prefs.json"));
+        QVERIFY(!blocked.save(small));
+        QVERIFY2(blocked.errorString().contains("cannot create the folder"), qPrintable(blocked.errorString()));
+
+        // Another instance holds the lock.
+        const QString path = dir.filePath("prefs.json");
+        lmStoreFile file(path);
+        QVERIFY(file.save(small));
+        const QByteArray before = readAll(path);
+        {
+            QLockFile other(path + ".lock");
+            QVERIFY(other.lock());
+            file.setLockTimeout(50);
+            QVERIFY(!file.save(large));
+            QVERIFY2(file.errorString().contains("another instance"), qPrintable(file.errorString()));
+            QCOMPARE(readAll(path), before);
+        }
+
+        // A full disk: the process may not write files beyond a few kilobytes.
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit saved;
+        getrlimit(RLIMIT_FSIZE, &saved);
+        rlimit limited = saved;
+        limited.rlim_cur = rlim_t(before.size() + 64);
+        setrlimit(RLIMIT_FSIZE, &limited);
+        const bool savedWhileFull = file.save(large);
+        setrlimit(RLIMIT_FSIZE, &saved);
+        QVERIFY(!savedWhileFull);
+        QVERIFY2(file.errorString().startsWith("The preferences were not saved to " + path), qPrintable(file.errorString()));
+        QCOMPARE(readAll(path), before);
+        // Once there is room again the same values are saved.
+        QVERIFY2(file.save(large), qPrintable(file.errorString()));
+        lmMessage loaded;
+        QCOMPARE(lmStoreFile(path).load(loaded), lmStoreFile::Loaded);
+        QCOMPARE(firstDifference(large, loaded), QString());
+    }
+
+    void killedSaverLeavesALoadableFile()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("prefs.json");
+        QRandomGenerator random(17);
+        for (int round = 0; round < 10; ++round) {
+            QProcess saver;
+            saver.start(QCoreApplication::applicationFilePath(), {"--save-forever", path});
+            QVERIFY(saver.waitForStarted());
+            // Wait for a save so that every round also meets the lock a
+            // killed saver left behind.
+            QVERIFY2(saver.waitForReadyRead(5000), saver.readAllStandardError().constData());
+            QTest::qWait(int(random.bounded(40)));
+            saver.kill();
+            QVERIFY(saver.waitForFinished());
+            QVERIFY2(saver.exitStatus() == QProcess::CrashExit, saver.readAllStandardError().constData());
+
+            lmMessage store;
+            lmStoreFile file(path);
+            QCOMPARE(file.load(store), lmStoreFile::Loaded);
+            QCOMPARE(store.size(), std::size_t(3000));
+            if (QFile::exists(file.backupPath())) {
+                QString error;
+                QVERIFY2(lmStoreFile::readFile(file.backupPath(), store, &error), qPrintable(error));
+            }
+        }
+    }
+
+    void commandLineValues_data()
+    {
+        QTest::addColumn<boost::any>("like");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("expected"); // the value's text, or "!reason"
+        const boost::any i = 0, u = 0u, f = 0.0f, d = 0.0, b = false, s = std::string(), q = QString(),
+                         c = osg::Color3f(), fl = Floats(), cl = Colors(), sl = Strings();
+        QTest::newRow("int") << i << "-42" << "-42";
+        QTest::newRow("int fraction") << i << "4.5" << "!expected an int";
+        QTest::newRow("int overflow") << i << "2147483648" << "!expected an int";
+        QTest::newRow("int empty") << i << "" << "!expected an int";
+        QTest::newRow("uint max") << u << "4294967295" << "4294967295";
+        QTest::newRow("uint negative") << u << "-1" << "!expected an unsigned int";
+        QTest::newRow("float") << f << " 0.1 " << "0.1";
+        QTest::newRow("float plus") << f << "+60" << "60";
+        QTest::newRow("float nan") << f << "nan" << "nan";
+        QTest::newRow("float -inf") << f << "-inf" << "-inf";
+        QTest::newRow("float overflow") << f << "1e39" << "!expected a float";
+        QTest::newRow("float words") << f << "abc" << "!expected a float, found \"abc\"";
+        QTest::newRow("double") << d << "1e300" << "1e+300";
+        QTest::newRow("bool") << b << "TRUE" << "true";
+        QTest::newRow("bool digit") << b << "0" << "false";
+        QTest::newRow("bool word") << b << "yes" << "!expected true or false";
+        QTest::newRow("string as is") << s << " a=b \"c\" " << " a=b \"c\" ";
+        QTest::newRow("qstring") << q << "ünï" << "ünï";
+        QTest::newRow("color") << c << "[0.5, 0.25, 1]" << "[0.5, 0.25, 1]";
+        QTest::newRow("color short") << c << "[0.5, 0.25]" << "!a colour [r, g, b]";
+        QTest::newRow("color not json") << c << "0.5 0.25 1" << "!not valid JSON";
+        QTest::newRow("floats") << fl << "[1, \"nan\", -2.5]" << "[1, \"nan\", -2.5]";
+        QTest::newRow("floats empty") << fl << "[]" << "[]";
+        QTest::newRow("colors") << cl << "[[1, 0, 0], [0, 0, 1]]" << "[[1, 0, 0], [0, 0, 1]]";
+        QTest::newRow("strings") << sl << "[\"a\", \"b c\"]" << "[\"a\", \"b c\"]";
+        QTest::newRow("strings of numbers") << sl << "[1]" << "!item 0: expected a string";
+    }
+
+    void commandLineValues()
+    {
+        QFETCH(boost::any, like);
+        QFETCH(QString, text);
+        QFETCH(QString, expected);
+        boost::any value;
+        QString error;
+        const bool ok = lmValueParser::parse(text, like, value, &error);
+        if (expected.startsWith('!')) {
+            QVERIFY(!ok);
+            QVERIFY2(error.contains(expected.mid(1)), qPrintable(error));
+            return;
+        }
+        QVERIFY2(ok, qPrintable(error));
+        QCOMPARE(lmStoreDocument::typeName(value), lmStoreDocument::typeName(like));
+        QCOMPARE(lmValueParser::text(value), expected);
+    }
+
+    void valueTextReadsBack()
+    {
+        Generator generator(23);
+        for (int i = 0; i < 2000; ++i) {
+            const boost::any original = generator.value(i % 11);
+            // Text is Unicode: 8-bit strings that are not UTF-8 have no exact text.
+            if (auto *s = as<std::string>(original))
+                if (QString::fromStdString(*s).toStdString() != *s)
+                    continue;
+            if (auto *s = as<QString>(original))
+                if (QString::fromUtf8(s->toUtf8()) != *s)
+                    continue;
+            if (auto *l = as<Strings>(original))
+                if (std::any_of(l->begin(), l->end(),
+                                [](const std::string &s) { return QString::fromStdString(s).toStdString() != s; }))
+                    continue;
+            const QString text = lmValueParser::text(original);
+            boost::any back;
+            QString error;
+            QVERIFY2(lmValueParser::parse(text, original, back, &error), qPrintable(text + ": " + error));
+            QVERIFY2(identical(original, back), qPrintable(text));
+        }
+    }
+};
+
+int main(int argc, char **argv)
+{
+    if (argc == 3 && qstrcmp(argv[1], "--save-forever") == 0) {
+        QCoreApplication app(argc, argv);
+        return saveForever(QString::fromLocal8Bit(argv[2]));
+    }
+    QCoreApplication app(argc, argv);
+    tst_StoreFile test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_storefile.moc"
