@@ -128,7 +128,9 @@ QSize lmPlatform::getIconSize(IconSize size)
 
 void lmLog::error(const QString &message)
 {
-    settings().errorLog.append(message);
+    // A deep copy: a message built from a literal of the plug-in would point
+    // into its memory, which is gone once the module is unloaded.
+    settings().errorLog.append(QString(message.unicode(), message.size()));
 }
 
 bool lmController::isProfessionalEdition() { return settings().edition == lmHostSettings::Professional; }
