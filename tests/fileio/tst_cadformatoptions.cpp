@@ -134,15 +134,17 @@ private slots:
         rhino.updateGUI();
         QCOMPARE(state(), QList<bool>({false, false, true, false}));
 
-        // Regular reader: the common merge switch decides, the disabled legacy box is stale.
+        // The merge key is shared with the common switch; the legacy boxes are
+        // stored last, also while disabled, so their choices stay stored.
         p->m_tesselationSettings->mergeGeometries()->setChecked(false);
-        rhino.storeGUI();
-        QCOMPARE(stored("RhinoOptions merge geometries", true), false);
-        // Legacy loader: its own box decides.
-        p->m_useLegacyRhinoLoader->setChecked(true);
-        p->m_rhinoMergeGeometries->setChecked(true);
+        p->m_rhinoImportNurbs->setChecked(false);
         rhino.storeGUI();
         QCOMPARE(stored("RhinoOptions merge geometries", false), true);
+        QCOMPARE(stored("RhinoOptions import nurbs", true), false);
+        p->m_rhinoMergeGeometries->setChecked(false);
+        p->m_tesselationSettings->mergeGeometries()->setChecked(true);
+        rhino.storeGUI();
+        QCOMPARE(stored("RhinoOptions merge geometries", true), false);
     }
 
     void jtLegacySettingsReachTheRecordAndTheLoaderSwitch()

@@ -266,6 +266,16 @@ private slots:
         QVERIFY(page->m_importAsSmart->isChecked());
         // The OpenSG keys still hold 2 and false: they are not read.
         QCOMPARE(applied(osb).mid(9), QStringList({"write(\"LUMO\", 3, true)", "write(\"OpenSG\", 3, true)"}));
+        // A behaviour that cannot be read is no 2 either.
+        setKey("LUMOOptions import smart reference behavior", 2.0);
+        setKey("LUMOOptions import create as smart", false);
+        {
+            lmStderrCapture capture;
+            QCOMPARE(applied(osb).mid(9), QStringList({"write(\"LUMO\", 3, false)", "write(\"OpenSG\", 3, false)"}));
+            QCOMPARE(capture.text().count("'LUMOOptions import smart reference behavior' has wrong type"), 1);
+        }
+        lmPreferences::getData().remove("LUMOOptions import smart reference behavior");
+        QCOMPARE(applied(osb).mid(9), QStringList({"write(\"LUMO\", 3, false)", "write(\"OpenSG\", 3, false)"}));
 
         page->m_importBehavior->setCurrentIndex(0);
         page->m_importAsSmart->setChecked(false);

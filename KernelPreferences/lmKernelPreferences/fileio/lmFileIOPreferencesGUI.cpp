@@ -139,8 +139,12 @@ void lmFileIOPreferencesGUII::apply()
 
     bool closeOnSuccess = true;
     if (getFromMessage(data, kCloseDialogOnSuccess, closeOnSuccess)) {
+        // Rewriting an equal value would still rewrite the settings file on
+        // every accept.
         QSettings settings;
-        settings.setValue(QLatin1String(kCloseOnSuccessSetting), closeOnSuccess);
+        const QString key = QLatin1String(kCloseOnSuccessSetting);
+        if (!settings.contains(key) || settings.value(key).toBool() != closeOnSuccess)
+            settings.setValue(key, closeOnSuccess);
     }
 
     int referenceBehavior = 1;

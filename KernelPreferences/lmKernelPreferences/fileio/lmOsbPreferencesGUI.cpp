@@ -243,8 +243,9 @@ void lmOsbPreferencesGUII::apply()
         lmFileIO::setShowPreviewHint(flag);
 
     // Both native formats import the way the LUMO keys say; the OpenSG keys
-    // are kept for the store's sake only.
-    int smartBehavior = kKeepReferences;
+    // are kept for the store's sake only. An unreadable behaviour counts as 0,
+    // which removes references.
+    int smartBehavior = 0;
     getFromMessage(data, kLUMOSmartBehavior, smartBehavior);
     bool createAsSmart = false;
     getFromMessage(data, kLUMOCreateAsSmart, createAsSmart);

@@ -80,12 +80,11 @@ void lmRhinoFilePreferencesGUII::updateFormatGUI()
 void lmRhinoFilePreferencesGUII::storeFormatGUI()
 {
     lmMessage &store = getData();
-    const bool legacy = page()->m_useLegacyRhinoLoader->isChecked();
-    store.set(kUsePlugin, boost::any(legacy), true);
+    store.set(kUsePlugin, boost::any(page()->m_useLegacyRhinoLoader->isChecked()), true);
     // The merge key is also the common switch of the advanced page, which the
-    // base has just stored; the legacy box only speaks while it is enabled.
-    if (legacy)
-        store.set(kMergeGeometries, boost::any(page()->m_rhinoMergeGeometries->isChecked()), true);
+    // base has just stored; the legacy box is written last and decides, also
+    // while it is disabled.
+    store.set(kMergeGeometries, boost::any(page()->m_rhinoMergeGeometries->isChecked()), true);
     store.set(kImportNurbs, boost::any(page()->m_rhinoImportNurbs->isChecked()), true);
 }
 
