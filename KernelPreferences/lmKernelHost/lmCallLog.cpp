@@ -14,6 +14,7 @@ struct CallLogState
     QStringList lines;
     std::map<int, lmCallLog::Listener> listeners;
     int nextListener = 1;
+    bool recording = true;
 };
 
 CallLogState &state()
@@ -72,8 +73,20 @@ std::string lmLogText(const osg::Color3f &value)
     return "Color3f(" + lmLogText(value.red()) + ", " + lmLogText(value.green()) + ", " + lmLogText(value.blue()) + ")";
 }
 
+void lmCallLog::setRecording(bool on)
+{
+    state().recording = on;
+}
+
+bool lmCallLog::isRecording()
+{
+    return state().recording;
+}
+
 void lmCallLog::append(const std::string &line)
 {
+    if (!isRecording())
+        return;
     QString text = QString::fromStdString(line);
     if (lmScopedUndoBlocker::isBlocked())
         text += QStringLiteral(" [undo blocked]");

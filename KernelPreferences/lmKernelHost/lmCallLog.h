@@ -55,6 +55,8 @@ public:
     template <class... Args>
     static void record(const char *operation, const Args &...args)
     {
+        if (!isRecording())
+            return;
         std::string line(operation);
         line += '(';
         appendArguments(line, args...);
@@ -63,6 +65,11 @@ public:
     }
 
     static void append(const std::string &line);
+
+    // The real host keeps no such log: benchmarks switch it off to measure
+    // the plug-in alone. On by default and after a host reset.
+    static void setRecording(bool on);
+    static bool isRecording();
 
     static QStringList lines();
     static int size();

@@ -95,6 +95,7 @@ void lmHostSettings::resetHost()
     settings() = Settings();
     lmPreferences::getData().clear();
     lmCallLog::clear();
+    lmCallLog::setRecording(true);
     lmPreferencesHost::resetUnchanged();
     osg::SceneFileHandler::the().clearOptions();
     lmImportOptions::clearWritten();

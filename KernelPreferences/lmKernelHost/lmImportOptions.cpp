@@ -39,6 +39,16 @@ lmImportOptions::~lmImportOptions() = default;
 
 void lmImportOptions::write()
 {
+    if (m_save) {
+        auto it = written().find(m_typeName);
+        if (it == written().end())
+            written().emplace(m_typeName, *this);
+        else
+            it->second = *this;
+    }
+    if (!lmCallLog::isRecording())
+        return;
+
     // Every field in declaration order, so that a test states one exact line.
     std::string line = "lmImportOptions::write(" + lmLogText(m_typeName);
     field(line, "mergeGeometries", m_mergeGeometries);
@@ -79,13 +89,6 @@ void lmImportOptions::write()
     field(line, "jtLoadBreps", m_jtLoadBreps);
     line += ')';
     lmCallLog::append(line);
-    if (m_save) {
-        auto it = written().find(m_typeName);
-        if (it == written().end())
-            written().emplace(m_typeName, *this);
-        else
-            it->second = *this;
-    }
 }
 
 bool lmImportOptions::lastWritten(const std::string &typeName, lmImportOptions &out)
