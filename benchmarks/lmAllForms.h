@@ -4,5 +4,12 @@
 
 #include <vector>
 
-// Builds every generated form of the plug-in, each on a fresh widget.
-void lmBuildAllForms(std::vector<QWidget *> &widgets);
+// A generated form of the plug-in: its name (the object name its widget gets)
+// and how to build it bare on a fresh widget.
+struct lmForm
+{
+    const char *name;
+    QWidget *(*build)();
+};
+
+const std::vector<lmForm> &lmAllForms();
