@@ -6,6 +6,7 @@ packages=(
     cmake ninja-build g++ binutils pkg-config
     qtbase5-dev qtbase5-dev-tools qttools5-dev-tools
     libboost-dev
+    libbenchmark-dev clang libclang-rt-14-dev
     xvfb xauth
 )
 

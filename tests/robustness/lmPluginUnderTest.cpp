@@ -1,0 +1,32 @@
+#include "lmPluginUnderTest.h"
+
+#include "lmMessage.h"
+#include "lmPreferencesHost.h"
+
+bool lmPluginUnderTest::load(QString *error)
+{
+    m_library.setFileName(QStringLiteral(LM_PLUGIN_PATH));
+    auto entry = reinterpret_cast<void (*)()>(m_library.resolve("initPreferencesPlugin"));
+    if (!entry) {
+        *error = m_library.errorString();
+        return false;
+    }
+    entry();
+    learnDocumentedTypes();
+    return true;
+}
+
+bool lmPluginUnderTest::unload()
+{
+    return m_library.unload();
+}
+
+void lmPluginUnderTest::learnDocumentedTypes()
+{
+    lmMessage scratch;
+    lmMessage *store = lmPreferencesHost::swapStore(&scratch);
+    lmPreferencesHost::setDefaultAll(true);
+    lmPreferencesHost::swapStore(store);
+    for (const auto &entry : scratch.values())
+        m_types[entry.first] = entry.second.type().name();
+}
