@@ -6,6 +6,7 @@
 #include "lmFileIO.h"
 #include "lmKeyTable.h"
 #include "lmMessageHelpers.h"
+#include "lmPageHelpers.h"
 #include "lmPlatform.h"
 #include "lmTexSearch.h"
 
@@ -63,18 +64,7 @@ const char *const kCloseOnSuccessSetting = "importDialog/closeOnSuccess";
 const int kReferenceCreate = 1;
 const int kConverterLUMOIndex = 1;
 
-void setChecked(QCheckBox *box, const char *key)
-{
-    bool value = false;
-    if (getFromMessage(lmPreferences::getData(), key, value))
-        box->setChecked(value);
-}
 
-template <class T>
-void store(const char *key, const T &value)
-{
-    lmPreferences::getData().set(key, boost::any(value), true);
-}
 
 } // namespace
 
@@ -183,8 +173,8 @@ void lmFileIOPreferencesGUII::updateGUI()
         page->_texturepaths->setSortingEnabled(true);
     }
 
-    setChecked(page->_verify_geometry, kVerifyGeometry);
-    setChecked(page->_optimize_geometry, kOptimizeGeometry);
+    lmCheckFromStore(page->_verify_geometry, kVerifyGeometry);
+    lmCheckFromStore(page->_optimize_geometry, kOptimizeGeometry);
 
     int number = 0;
     if (getFromMessage(data, kCompressTextureMode, number) && number >= 0
@@ -203,13 +193,13 @@ void lmFileIOPreferencesGUII::updateGUI()
     if (getFromMessage(data, kTmpPath, tmpPath))
         page->_tmp_path->setText(tmpPath);
 
-    setChecked(page->_showImportDialog, kShowDialog);
-    setChecked(page->_closeDialogOnSuccessfulImport, kCloseDialogOnSuccess);
+    lmCheckFromStore(page->_showImportDialog, kShowDialog);
+    lmCheckFromStore(page->_closeDialogOnSuccessfulImport, kCloseDialogOnSuccess);
     if (getFromMessage(data, kReferenceBehavior, number))
         page->_referenceBehavior->setCurrentIndex(number == kReferenceCreate ? 1 : 0);
-    setChecked(page->_importMergeMaterials, kMergeMaterials);
-    setChecked(page->_importCenterInOrigin, kCenterInOrigin);
-    setChecked(page->_importPutOnGround, kPutOnGround);
+    lmCheckFromStore(page->_importMergeMaterials, kMergeMaterials);
+    lmCheckFromStore(page->_importCenterInOrigin, kCenterInOrigin);
+    lmCheckFromStore(page->_importPutOnGround, kPutOnGround);
 
     std::string converterFormat;
     if (getFromMessage(data, kConverterOutputFormat, converterFormat))
@@ -228,25 +218,25 @@ void lmFileIOPreferencesGUII::storeGUI()
     if (paths.empty())
         getData().remove(kTextureSearchPaths);
     else
-        store(kTextureSearchPaths, paths);
+        lmStorePlain(kTextureSearchPaths, paths);
 
-    store(kVerifyGeometry, page->_verify_geometry->isChecked());
-    store(kOptimizeGeometry, page->_optimize_geometry->isChecked());
-    store(kCompressTextureMode, page->_texture_compression_mode->currentIndex());
-    store(kCompressTextureSize, page->_texture_compression_size->currentText().toInt(nullptr, 10));
-    store(kMaxParallelTasks, page->_max_procs->value());
+    lmStorePlain(kVerifyGeometry, page->_verify_geometry->isChecked());
+    lmStorePlain(kOptimizeGeometry, page->_optimize_geometry->isChecked());
+    lmStorePlain(kCompressTextureMode, page->_texture_compression_mode->currentIndex());
+    lmStorePlain(kCompressTextureSize, page->_texture_compression_size->currentText().toInt(nullptr, 10));
+    lmStorePlain(kMaxParallelTasks, page->_max_procs->value());
 
-    store(kConverterOutputFormat,
+    lmStorePlain(kConverterOutputFormat,
           std::string(page->m_converterOutputFormat->currentIndex() == kConverterLUMOIndex ? kLUMOFormat : "OpenSG"));
 
-    store(kTmpPath, page->_tmp_path->text());
+    lmStorePlain(kTmpPath, page->_tmp_path->text());
 
-    store(kShowDialog, page->_showImportDialog->isChecked());
-    store(kCloseDialogOnSuccess, page->_closeDialogOnSuccessfulImport->isChecked());
-    store(kReferenceBehavior, page->_referenceBehavior->currentIndex());
-    store(kMergeMaterials, page->_importMergeMaterials->isChecked());
-    store(kCenterInOrigin, page->_importCenterInOrigin->isChecked());
-    store(kPutOnGround, page->_importPutOnGround->isChecked());
+    lmStorePlain(kShowDialog, page->_showImportDialog->isChecked());
+    lmStorePlain(kCloseDialogOnSuccess, page->_closeDialogOnSuccessfulImport->isChecked());
+    lmStorePlain(kReferenceBehavior, page->_referenceBehavior->currentIndex());
+    lmStorePlain(kMergeMaterials, page->_importMergeMaterials->isChecked());
+    lmStorePlain(kCenterInOrigin, page->_importCenterInOrigin->isChecked());
+    lmStorePlain(kPutOnGround, page->_importPutOnGround->isChecked());
 }
 
 void lmFileIOPreferencesGUII::addTexturePathRow(const QString &path)

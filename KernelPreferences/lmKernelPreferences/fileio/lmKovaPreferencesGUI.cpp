@@ -5,6 +5,7 @@
 #include "lmFile.h"
 #include "lmKeyTable.h"
 #include "lmMessageHelpers.h"
+#include "lmPageHelpers.h"
 
 #include <QCoreApplication>
 #include <QFileDialog>
@@ -85,18 +86,7 @@ std::string storedUnit(const QComboBox *combo)
     return combo->currentData().toString().toStdString();
 }
 
-void setChecked(QCheckBox *box, const char *key)
-{
-    bool value = false;
-    if (getFromMessage(lmPreferences::getData(), key, value))
-        box->setChecked(value);
-}
 
-template <class T>
-void store(const char *key, const T &value)
-{
-    lmPreferences::getData().set(key, boost::any(value), true);
-}
 
 const char *boolText(bool value)
 {
@@ -164,15 +154,15 @@ void lmKovaPreferencesGUII::updateGUI()
 {
     lmKovaPreferencesGUIW *page = m_page;
 
-    setChecked(page->_env_combiner, kEnvCombiner);
-    setChecked(page->_grayscale_texture, kGrayscaleShadowTexture);
+    lmCheckFromStore(page->_env_combiner, kEnvCombiner);
+    lmCheckFromStore(page->_grayscale_texture, kGrayscaleShadowTexture);
     QString location;
     if (getFromMessage(getData(), kKovaLocation, location))
         page->_kova_location->setText(location);
-    setChecked(page->_autoload_shadow_geometry, kAutoloadShadowGeometry);
-    setChecked(page->_shadow_geometry, kShadowGeometry);
-    setChecked(page->_shadow_merge, kShadowMerge);
-    setChecked(page->_use_local_material_library, kLocalMaterialLibrary);
+    lmCheckFromStore(page->_autoload_shadow_geometry, kAutoloadShadowGeometry);
+    lmCheckFromStore(page->_shadow_geometry, kShadowGeometry);
+    lmCheckFromStore(page->_shadow_merge, kShadowMerge);
+    lmCheckFromStore(page->_use_local_material_library, kLocalMaterialLibrary);
     selectUnit(page->_export_units, kUnits);
     selectUnit(page->_import_units, kImportUnits);
 }
@@ -181,15 +171,15 @@ void lmKovaPreferencesGUII::storeGUI()
 {
     const lmKovaPreferencesGUIW *page = m_page;
 
-    store(kEnvCombiner, page->_env_combiner->isChecked());
-    store(kGrayscaleShadowTexture, page->_grayscale_texture->isChecked());
-    store(kKovaLocation, page->_kova_location->text());
-    store(kAutoloadShadowGeometry, page->_autoload_shadow_geometry->isChecked());
-    store(kShadowGeometry, page->_shadow_geometry->isChecked());
-    store(kShadowMerge, page->_shadow_merge->isChecked());
-    store(kLocalMaterialLibrary, page->_use_local_material_library->isChecked());
-    store(kUnits, storedUnit(page->_export_units));
-    store(kImportUnits, storedUnit(page->_import_units));
+    lmStorePlain(kEnvCombiner, page->_env_combiner->isChecked());
+    lmStorePlain(kGrayscaleShadowTexture, page->_grayscale_texture->isChecked());
+    lmStorePlain(kKovaLocation, page->_kova_location->text());
+    lmStorePlain(kAutoloadShadowGeometry, page->_autoload_shadow_geometry->isChecked());
+    lmStorePlain(kShadowGeometry, page->_shadow_geometry->isChecked());
+    lmStorePlain(kShadowMerge, page->_shadow_merge->isChecked());
+    lmStorePlain(kLocalMaterialLibrary, page->_use_local_material_library->isChecked());
+    lmStorePlain(kUnits, storedUnit(page->_export_units));
+    lmStorePlain(kImportUnits, storedUnit(page->_import_units));
 }
 
 void lmKovaPreferencesGUII::clickedSetKovaLocation()

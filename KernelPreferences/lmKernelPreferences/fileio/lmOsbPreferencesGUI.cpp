@@ -7,6 +7,7 @@
 #include "lmImportOptions.h"
 #include "lmKeyTable.h"
 #include "lmMessageHelpers.h"
+#include "lmPageHelpers.h"
 
 #include <QCoreApplication>
 
@@ -120,19 +121,6 @@ const int kWriterBest = 4;
 // Import behaviour combo: "Keep References", "Remove References".
 const int kKeepReferences = lmImportOptions::KeepReferences;
 const int kRemoveReferences = lmImportOptions::RemoveReferences;
-
-template <class T>
-void store(const std::string &key, const T &value)
-{
-    lmPreferences::getData().set(key, boost::any(value), true);
-}
-
-void setChecked(QCheckBox *box, const char *key)
-{
-    bool value = false;
-    if (getFromMessage(lmPreferences::getData(), key, value))
-        box->setChecked(value);
-}
 
 void setIndex(QComboBox *combo, const char *key)
 {
@@ -266,26 +254,26 @@ void lmOsbPreferencesGUII::updateGUI()
     setIndex(page->_positions_res, kPositionRes);
     setIndex(page->_normals_res, kNormalsRes);
     setIndex(page->_texcoords_res, kTexcoordsRes);
-    setChecked(page->_inline_textures, kInlineTextures);
+    lmCheckFromStore(page->_inline_textures, kInlineTextures);
     int number = 0;
     if (getFromMessage(data, kCompressQuality, number))
         page->_compress_quality->setValue(number);
-    setChecked(page->_crc, kReaderCRCTest);
-    setChecked(page->_validate, kWriterCRCTest);
-    setChecked(page->_old_format, kOldFormat);
-    setChecked(page->_calc_missing_previews, kCalcVsetPreviews);
-    setChecked(page->_incrementalSave, kIncrementalSave);
+    lmCheckFromStore(page->_crc, kReaderCRCTest);
+    lmCheckFromStore(page->_validate, kWriterCRCTest);
+    lmCheckFromStore(page->_old_format, kOldFormat);
+    lmCheckFromStore(page->_calc_missing_previews, kCalcVsetPreviews);
+    lmCheckFromStore(page->_incrementalSave, kIncrementalSave);
     unsigned int maxIncrements = 0;
     if (getFromMessage(data, kMaxIncrements, maxIncrements))
         page->_incrementLimit->setValue(int(std::min(maxIncrements, unsigned(page->_incrementLimit->maximum()))));
-    setChecked(page->_execute_script, kExecuteScript);
-    setChecked(page->_show_thumbnail_preview, kShowThumbnail);
+    lmCheckFromStore(page->_execute_script, kExecuteScript);
+    lmCheckFromStore(page->_show_thumbnail_preview, kShowThumbnail);
 
     page->m_importBehavior->clear();
     page->m_importBehavior->addItems({tr("Keep References"), tr("Remove References")});
     if (getFromMessage(data, kLUMOSmartBehavior, number))
         page->m_importBehavior->setCurrentIndex(number == kKeepReferences ? 0 : 1);
-    setChecked(page->m_importAsSmart, kLUMOCreateAsSmart.c_str());
+    lmCheckFromStore(page->m_importAsSmart, kLUMOCreateAsSmart);
 
     // Stores written before the compression type existed carry a flag and an
     // image type instead; they are converted once and dropped.
@@ -326,36 +314,36 @@ void lmOsbPreferencesGUII::storeGUI()
     const lmOsbPreferencesGUIW *page = m_page;
     const bool essentials = lmController::isEssentialsEdition();
 
-    store(kPositionRes, page->_positions_res->currentIndex());
-    store(kNormalsRes, page->_normals_res->currentIndex());
-    store(kTexcoordsRes, page->_texcoords_res->currentIndex());
-    store(kInlineTextures, page->_inline_textures->isChecked());
-    store(kCompressQuality, page->_compress_quality->value());
-    store(kTextureCompressionType, page->_image_type->currentIndex());
+    lmStorePlain(kPositionRes, page->_positions_res->currentIndex());
+    lmStorePlain(kNormalsRes, page->_normals_res->currentIndex());
+    lmStorePlain(kTexcoordsRes, page->_texcoords_res->currentIndex());
+    lmStorePlain(kInlineTextures, page->_inline_textures->isChecked());
+    lmStorePlain(kCompressQuality, page->_compress_quality->value());
+    lmStorePlain(kTextureCompressionType, page->_image_type->currentIndex());
 
     const int compressionIndex = page->_compression->currentIndex();
     int compressionType = compressionIndex >= 0 && compressionIndex < 3 ? kStoredCompression[compressionIndex]
                                                                         : compressionIndex;
     if (essentials)
         compressionType = 1;
-    store(kCompressionType, compressionType);
-    store(kForceCompression, compressionType != 1);
+    lmStorePlain(kCompressionType, compressionType);
+    lmStorePlain(kForceCompression, compressionType != 1);
 
-    store(kOldFormat, page->_old_format->isChecked());
-    store(kReaderCRCTest, essentials || page->_crc->isChecked());
-    store(kWriterCRCTest, essentials || page->_validate->isChecked());
-    store(kCalcVsetPreviews, page->_calc_missing_previews->isChecked());
-    store(kIncrementalSave, page->_incrementalSave->isChecked());
-    store(kMaxIncrements, unsigned(page->_incrementLimit->value()));
-    store(kExecuteScript, page->_execute_script->isChecked());
-    store(kShowThumbnail, page->_show_thumbnail_preview->isChecked());
+    lmStorePlain(kOldFormat, page->_old_format->isChecked());
+    lmStorePlain(kReaderCRCTest, essentials || page->_crc->isChecked());
+    lmStorePlain(kWriterCRCTest, essentials || page->_validate->isChecked());
+    lmStorePlain(kCalcVsetPreviews, page->_calc_missing_previews->isChecked());
+    lmStorePlain(kIncrementalSave, page->_incrementalSave->isChecked());
+    lmStorePlain(kMaxIncrements, unsigned(page->_incrementLimit->value()));
+    lmStorePlain(kExecuteScript, page->_execute_script->isChecked());
+    lmStorePlain(kShowThumbnail, page->_show_thumbnail_preview->isChecked());
 
     const int smartBehavior = page->m_importBehavior->currentIndex() == 0 ? kKeepReferences : kRemoveReferences;
     const bool createAsSmart = page->m_importAsSmart->isChecked();
-    store(kLUMOSmartBehavior, smartBehavior);
-    store(kOpenSGSmartBehavior, smartBehavior);
-    store(kLUMOCreateAsSmart, createAsSmart);
-    store(kOpenSGCreateAsSmart, createAsSmart);
+    lmStorePlain(kLUMOSmartBehavior, smartBehavior);
+    lmStorePlain(kOpenSGSmartBehavior, smartBehavior);
+    lmStorePlain(kLUMOCreateAsSmart, createAsSmart);
+    lmStorePlain(kOpenSGCreateAsSmart, createAsSmart);
 }
 
 void lmOsbPreferencesGUII::changedTextureCompression(int index)
