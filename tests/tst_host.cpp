@@ -153,6 +153,42 @@ private slots:
         QVERIFY(hidden->isHidden());
     }
 
+    // A page may show or hide a child (a warning label) while the body is
+    // closed; opening the body then shows what the page asked for last.
+    void childrenShownOrHiddenWhileCollapsedKeepThatWish()
+    {
+        QLMCollapsibleFrame frame;
+        auto *layout = new QVBoxLayout(&frame);
+        auto *toHide = new QLabel("to hide", &frame);
+        auto *toShow = new QLabel("to show", &frame);
+        auto *flicker = new QLabel("flicker", &frame);
+        layout->addWidget(toHide);
+        layout->addWidget(toShow);
+        layout->addWidget(flicker);
+        toShow->hide();
+        frame.show();
+        frame.setCollapsed(true);
+
+        toHide->hide();
+        toShow->show();
+        flicker->hide();
+        flicker->show();
+        QVERIFY(toShow->isHidden());
+        QVERIFY(flicker->isHidden());
+
+        frame.setCollapsed(false);
+        QVERIFY(toHide->isHidden());
+        QVERIFY(!toShow->isHidden());
+        QVERIFY(!flicker->isHidden());
+
+        // The children are no longer watched once the body is open.
+        frame.setCollapsed(true);
+        frame.setCollapsed(false);
+        toShow->hide();
+        QVERIFY(toShow->isHidden());
+        QVERIFY(!flicker->isHidden());
+    }
+
     void dialogsAreAnsweredWithoutAPerson()
     {
         QTemporaryDir dir;

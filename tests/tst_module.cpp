@@ -148,6 +148,14 @@ private slots:
         // The camera keys exist although its page is not shown.
         QVERIFY(lmPreferences::getData().contains("Camera fov"));
         QVERIFY(!lmPreferences::getData().contains("Optimizer Teselation Quality"));
+
+        // The skipped row was never built, so a later call in another edition builds it.
+        const std::size_t categories = lmPreferencesHost::categories().size();
+        lmHostSettings::setEdition(lmHostSettings::Professional);
+        initPreferencesPlugin();
+        QCOMPARE(lmPreferencesHost::categories().size(), categories + 1);
+        QVERIFY(pagePaths().contains("Import/Tesselation"));
+        QVERIFY(!pagePaths().contains("Camera"));
         QVERIFY(library.unload());
         QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
     }

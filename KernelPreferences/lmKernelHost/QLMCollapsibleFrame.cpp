@@ -32,14 +32,24 @@ void QLMCollapsibleFrame::setCollapsed(bool collapsed)
     m_collapsed = collapsed;
     if (collapsed) {
         // Remember what was visible so that widgets hidden for other reasons
-        // (edition rules) stay hidden when the body opens again.
+        // (edition rules) stay hidden when the body opens again. The children
+        // are watched while the body is closed: a page that shows or hides one
+        // meanwhile gets its wish when the body opens.
         m_hiddenByCollapse.clear();
-        for (QWidget *child : findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
+        m_watched.clear();
+        for (QWidget *child : findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
             if (!child->isHidden()) {
                 m_hiddenByCollapse.append(child);
-                child->hide();
+                hideForCollapse(child);
             }
+            child->installEventFilter(this);
+            m_watched.append(child);
+        }
     } else {
+        for (const QPointer<QWidget> &child : m_watched)
+            if (child)
+                child->removeEventFilter(this);
+        m_watched.clear();
         for (const QPointer<QWidget> &child : m_hiddenByCollapse)
             if (child)
                 child->show();
@@ -48,6 +58,31 @@ void QLMCollapsibleFrame::setCollapsed(bool collapsed)
     updateGeometry();
     update();
     emit collapsedChanged(collapsed);
+}
+
+// A hide that is not marked explicit: a later hide() by the page is then not
+// swallowed as a no-op but reaches eventFilter.
+void QLMCollapsibleFrame::hideForCollapse(QWidget *child)
+{
+    m_hidingForCollapse = true;
+    child->hide();
+    child->setAttribute(Qt::WA_WState_ExplicitShowHide, false);
+    m_hidingForCollapse = false;
+}
+
+bool QLMCollapsibleFrame::eventFilter(QObject *watched, QEvent *event)
+{
+    if (m_collapsed && !m_hidingForCollapse) {
+        QWidget *child = qobject_cast<QWidget *>(watched);
+        if (child && event->type() == QEvent::ShowToParent) {
+            if (!m_hiddenByCollapse.contains(child))
+                m_hiddenByCollapse.append(child);
+            hideForCollapse(child);
+        } else if (child && event->type() == QEvent::HideToParent) {
+            m_hiddenByCollapse.removeAll(child);
+        }
+    }
+    return QFrame::eventFilter(watched, event);
 }
 
 QSize QLMCollapsibleFrame::sizeHint() const

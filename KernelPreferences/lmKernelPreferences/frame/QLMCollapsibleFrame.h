@@ -36,11 +36,15 @@ Q_SIGNALS:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     int titleHeight() const;
+    void hideForCollapse(QWidget *child);
 
     QString m_title;
     bool m_collapsed = false;
+    bool m_hidingForCollapse = false;
     QList<QPointer<QWidget>> m_hiddenByCollapse;
+    QList<QPointer<QWidget>> m_watched;
 };
