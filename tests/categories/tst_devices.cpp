@@ -12,14 +12,6 @@
 
 namespace {
 
-template <class T>
-T stored(const char *key)
-{
-    const boost::any &value = lmPreferences::getData().get(key);
-    if (!lmHoldsType(value, typeid(T)))
-        qFatal("%s does not hold the expected type", key);
-    return boost::any_cast<T>(value);
-}
 
 // The apply of the professional defaults.
 const QStringList kDefaultApply = {
@@ -63,23 +55,23 @@ private slots:
         lmDevicesPreferencesGUII devices;
         devices.setDefault(lmPreferences::getData(), true);
         QCOMPARE(lmPreferences::getData().size(), std::size_t(9));
-        QCOMPARE(stored<bool>("Devices search spacemouse"), false);
-        QCOMPARE(stored<int>("Devices spacemouse view"), 0);
-        QCOMPARE(stored<int>("Devices spacemouse rotation pivot"), 0);
-        QCOMPARE(stored<bool>("Devices spacemouse two axis"), false);
-        QCOMPARE(stored<bool>("Devices spacemouse helicopter"), false);
-        QCOMPARE(stored<bool>("Devices spacemouse fixed height"), false);
-        QCOMPARE(stored<float>("Devices spacemouse height"), 0.0f);
-        QCOMPARE(stored<bool>("Devices joystick"), false);
-        QCOMPARE(stored<int>("Devices joystick id"), 0);
+        QCOMPARE(lmStored<bool>("Devices search spacemouse"), false);
+        QCOMPARE(lmStored<int>("Devices spacemouse view"), 0);
+        QCOMPARE(lmStored<int>("Devices spacemouse rotation pivot"), 0);
+        QCOMPARE(lmStored<bool>("Devices spacemouse two axis"), false);
+        QCOMPARE(lmStored<bool>("Devices spacemouse helicopter"), false);
+        QCOMPARE(lmStored<bool>("Devices spacemouse fixed height"), false);
+        QCOMPARE(lmStored<float>("Devices spacemouse height"), 0.0f);
+        QCOMPARE(lmStored<bool>("Devices joystick"), false);
+        QCOMPARE(lmStored<int>("Devices joystick id"), 0);
 
         // The same object asked again after the edition changed.
         lmHostSettings::setEdition(lmHostSettings::Restricted);
         devices.setDefault(lmPreferences::getData(), true);
-        QCOMPARE(stored<bool>("Devices search spacemouse"), true);
-        QCOMPARE(stored<bool>("Devices spacemouse two axis"), true);
-        QCOMPARE(stored<bool>("Devices spacemouse helicopter"), true);
-        QCOMPARE(stored<bool>("Devices spacemouse fixed height"), false);
+        QCOMPARE(lmStored<bool>("Devices search spacemouse"), true);
+        QCOMPARE(lmStored<bool>("Devices spacemouse two axis"), true);
+        QCOMPARE(lmStored<bool>("Devices spacemouse helicopter"), true);
+        QCOMPARE(lmStored<bool>("Devices spacemouse fixed height"), false);
     }
 
     void everyApplyPushesEveryKeyAgain()
@@ -112,10 +104,10 @@ private slots:
         page->_joystick_id->setValue(2);
         accept(devices);
 
-        QCOMPARE(stored<bool>("Devices search spacemouse"), true);
-        QCOMPARE(stored<int>("Devices spacemouse rotation pivot"), 3);
-        QCOMPARE(stored<float>("Devices spacemouse height"), 1.75f);
-        QCOMPARE(stored<int>("Devices joystick id"), 2);
+        QCOMPARE(lmStored<bool>("Devices search spacemouse"), true);
+        QCOMPARE(lmStored<int>("Devices spacemouse rotation pivot"), 3);
+        QCOMPARE(lmStored<float>("Devices spacemouse height"), 1.75f);
+        QCOMPARE(lmStored<int>("Devices joystick id"), 2);
         QCOMPARE(lmCallLog::lines(), QStringList({
                                          "lmSpacemouse::init()",
                                          "lmOSGWidget::setSpacemouseTwoAxis(false)",
@@ -163,10 +155,10 @@ private slots:
         devices.page()->_helicopterMode->setChecked(false);
         devices.page()->_useFixedHeight->setChecked(false);
         devices.storeGUI();
-        QCOMPARE(stored<bool>("Devices search spacemouse"), true);
-        QCOMPARE(stored<bool>("Devices spacemouse two axis"), true);
-        QCOMPARE(stored<bool>("Devices spacemouse helicopter"), true);
-        QCOMPARE(stored<bool>("Devices spacemouse fixed height"), false);
+        QCOMPARE(lmStored<bool>("Devices search spacemouse"), true);
+        QCOMPARE(lmStored<bool>("Devices spacemouse two axis"), true);
+        QCOMPARE(lmStored<bool>("Devices spacemouse helicopter"), true);
+        QCOMPARE(lmStored<bool>("Devices spacemouse fixed height"), false);
     }
 
     void pageFollowsTheStoreAndEnablesDependentControls()
@@ -233,8 +225,8 @@ private slots:
         devices.apply();
         QVERIFY(!lmCallLog::lines().join('\n').contains("setJoystickNavigation"));
         devices.storeGUI();
-        QCOMPARE(stored<float>("Devices spacemouse height"), 4.0f);
-        QCOMPARE(stored<bool>("Devices joystick"), false);
+        QCOMPARE(lmStored<float>("Devices spacemouse height"), 4.0f);
+        QCOMPARE(lmStored<bool>("Devices joystick"), false);
     }
 
     void pageSitsUnderDevicesAndLeavesNothingBehind()

@@ -14,14 +14,6 @@
 
 namespace {
 
-template <class T>
-T stored(const char *key)
-{
-    const boost::any &value = lmPreferences::getData().get(key);
-    if (!lmHoldsType(value, typeid(T)))
-        qFatal("%s does not hold the expected type", key);
-    return boost::any_cast<T>(value);
-}
 
 QString toolclipCall(bool simple)
 {
@@ -60,16 +52,16 @@ private slots:
         lmHelpPreferencesGUII help;
         help.setDefault(lmPreferences::getData(), false);
         QCOMPARE(lmPreferences::getData().size(), std::size_t(3));
-        QCOMPARE(stored<int>("Help Location"), 0);
-        QCOMPARE(stored<QString>("Help Path"), QStringLiteral("file:////opt/lumo\\ToolClip\\Help"));
-        QCOMPARE(stored<int>("Help Popup"), 0);
+        QCOMPARE(lmStored<int>("Help Location"), 0);
+        QCOMPARE(lmStored<QString>("Help Path"), QStringLiteral("file:////opt/lumo\\ToolClip\\Help"));
+        QCOMPARE(lmStored<int>("Help Popup"), 0);
 
         // Built from the data directory each time defaults are written.
         lmHostSettings::setDataDir("C:\\Program Files\\LUMO");
         help.setDefault(lmPreferences::getData(), true);
-        QCOMPARE(stored<QString>("Help Path"), QStringLiteral("file:///C:\\Program Files\\LUMO\\ToolClip\\Help"));
+        QCOMPARE(lmStored<QString>("Help Path"), QStringLiteral("file:///C:\\Program Files\\LUMO\\ToolClip\\Help"));
         help.updateGUI();
-        QCOMPARE(help.page()->_help_path->text(), stored<QString>("Help Path"));
+        QCOMPARE(help.page()->_help_path->text(), lmStored<QString>("Help Path"));
 
         const auto pages = lmPreferencesHost::pages();
         QCOMPARE(pages.size(), std::size_t(1));
@@ -126,7 +118,7 @@ private slots:
 
         // A path alone reaches the store but not the host.
         accept(help);
-        QCOMPARE(stored<QString>("Help Path"), "file:///" + chosen);
+        QCOMPARE(lmStored<QString>("Help Path"), "file:///" + chosen);
         QCOMPARE(lmCallLog::lines(), QStringList());
     }
 
@@ -145,12 +137,12 @@ private slots:
         help.page()->_helpLocationComboBox->setCurrentIndex(1);
         help.page()->_help_path->setText("http://intranet/help");
         accept(help);
-        QCOMPARE(stored<int>("Help Location"), 1);
+        QCOMPARE(lmStored<int>("Help Location"), 1);
         QCOMPARE(lmCallLog::lines(), QStringList());
 
         help.page()->_helpPopupComboBox->setCurrentIndex(1);
         accept(help);
-        QCOMPARE(stored<int>("Help Popup"), 1);
+        QCOMPARE(lmStored<int>("Help Popup"), 1);
         QCOMPARE(lmCallLog::lines(), QStringList({toolclipCall(true)}));
 
         help.page()->_helpPopupComboBox->setCurrentIndex(0);

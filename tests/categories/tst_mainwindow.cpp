@@ -13,13 +13,6 @@ namespace {
 
 const char *const kLanguage = "MainWindow user language";
 
-template <class T>
-T stored(const char *key)
-{
-    T value{};
-    getFromMessage(lmPreferences::getData(), key, value);
-    return value;
-}
 
 void accept(lmMainWindowPreferencesGUII &mainWindow)
 {
@@ -70,8 +63,8 @@ private slots:
         lmHostSettings::setEdition(lmHostSettings::Edition(edition));
         lmMainWindowPreferencesGUII mainWindow;
         mainWindow.setDefault(lmPreferences::getData(), true);
-        QCOMPARE(stored<bool>("MainWindow show tool buttons text"), expected);
-        QCOMPARE(stored<bool>("MainWindow show button text"), true);
+        QCOMPARE(lmStored<bool>("MainWindow show tool buttons text"), expected);
+        QCOMPARE(lmStored<bool>("MainWindow show button text"), true);
         QCOMPARE(lmPreferences::getData().size(), std::size_t(7));
     }
 
@@ -89,8 +82,8 @@ private slots:
         mainWindow.page()->_show_tool_buttons_text->setChecked(true);
         store.set("MainWindow show tool buttons text", false, true);
         accept(mainWindow);
-        QCOMPARE(stored<bool>("MainWindow show button text"), true);
-        QCOMPARE(stored<bool>("MainWindow show tool buttons text"), false);
+        QCOMPARE(lmStored<bool>("MainWindow show button text"), true);
+        QCOMPARE(lmStored<bool>("MainWindow show tool buttons text"), false);
         QCOMPARE(lmCallLog::lines(), QStringList("lmController::showButtonText(true)"));
         QCOMPARE(unexpected.count(), 0);
     }
@@ -125,8 +118,8 @@ private slots:
         page->_show_fps->setChecked(true);
         page->_redirect_osg_log->setChecked(true); // read by the host at start-up only
         accept(mainWindow);
-        QCOMPARE(stored<bool>("MainWindow redirect osg log"), true);
-        QCOMPARE(stored<double>("MainWindow window opacity"), 0.5);
+        QCOMPARE(lmStored<bool>("MainWindow redirect osg log"), true);
+        QCOMPARE(lmStored<double>("MainWindow window opacity"), 0.5);
         QCOMPARE(lmCallLog::lines(), QStringList({
                                          "lmController::showFPS(true)",
                                          "lmController::setWindowOpacity(0.5)",
@@ -189,7 +182,7 @@ private slots:
         accept(mainWindow);
         QCOMPARE(answerer.count(), 1);
         checkRestartNotice(answerer.seen()[0]);
-        QCOMPARE(stored<int>(kLanguage), 2);
+        QCOMPARE(lmStored<int>(kLanguage), 2);
 
         accept(mainWindow); // the same choice again
         QCOMPARE(answerer.count(), 1);
@@ -198,7 +191,7 @@ private slots:
         languages->setCurrentText("Korean");
         accept(mainWindow);
         QCOMPARE(answerer.count(), 2);
-        QCOMPARE(stored<int>(kLanguage), 3);
+        QCOMPARE(lmStored<int>(kLanguage), 3);
         // The language is never pushed into the running host.
         QCOMPARE(lmCallLog::lines(), QStringList());
     }
@@ -238,7 +231,7 @@ private slots:
         QCOMPARE(printed.count("getFromMessage : Attribute 'MainWindow user language' has wrong type"), 3);
         QCOMPARE(printed.count("getFromMessage : Attribute 'MainWindow window opacity' has wrong type"), 2);
         QCOMPARE(answerer.count(), 1);
-        QCOMPARE(stored<int>(kLanguage), 1);
+        QCOMPARE(lmStored<int>(kLanguage), 1);
     }
 };
 

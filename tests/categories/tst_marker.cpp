@@ -22,13 +22,6 @@ const QStringList kUntrackedPushes = {
     "lmScenegraph::setPreselectionColor(Color3f(0.1, 0.3, 0.9))",
 };
 
-template <class T>
-T stored(const char *key)
-{
-    T value{};
-    getFromMessage(lmPreferences::getData(), key, value);
-    return value;
-}
 
 QList<float> colorOf(const QLMColorManipulator *picker)
 {
@@ -81,7 +74,7 @@ private slots:
         marker.setDefault(lmPreferences::getData(), true);
         QCOMPARE(lmPreferences::getData().size(), std::size_t(9));
         QVERIFY(lmPreferences::getData().get("Marker size").type() == typeid(float));
-        QVERIFY(stored<osg::Color3f>("RenderOptions selection color") == osg::Color3f(0.956f, 0.521f, 0.086f));
+        QVERIFY(lmStored<osg::Color3f>("RenderOptions selection color") == osg::Color3f(0.956f, 0.521f, 0.086f));
 
         marker.apply();
         QCOMPARE(lmCallLog::lines(), kUntrackedPushes + QStringList({
@@ -135,7 +128,7 @@ private slots:
         start(marker);
         marker.page()->_marker_size->clear();
         accept(marker);
-        QCOMPARE(stored<float>("Marker size"), 0.0f);
+        QCOMPARE(lmStored<float>("Marker size"), 0.0f);
         QCOMPARE(lmCallLog::lines().first(), QStringLiteral("lmScenegraph::setMarkerSize(0)"));
 
         QTest::keyClicks(marker.page()->_marker_size, "2.75");
@@ -155,7 +148,7 @@ private slots:
         QVERIFY(marker.page()->_selection_in_front->isHidden());
         QVERIFY(!marker.page()->_wireframe_selection->isHidden());
         start(marker);
-        QCOMPARE(stored<bool>("LOD selection"), false);
+        QCOMPARE(lmStored<bool>("LOD selection"), false);
         accept(marker);
         QCOMPARE(lmCallLog::lines().at(1), QStringLiteral("lmScenegraph::setLODSelection(false)"));
     }
@@ -169,7 +162,7 @@ private slots:
         QCOMPARE(colorOf(page->_scolor), QList<float>({0.25f, 0.5f, 0.75f}));
         QCOMPARE(colorOf(page->_preselection_color), QList<float>({0.1f, 0.3f, 0.9f}));
         // Neither the store nor the host hear of it before the page is stored.
-        QVERIFY(stored<osg::Color3f>("RenderOptions selection color") == osg::Color3f(0.956f, 0.521f, 0.086f));
+        QVERIFY(lmStored<osg::Color3f>("RenderOptions selection color") == osg::Color3f(0.956f, 0.521f, 0.086f));
         QCOMPARE(lmCallLog::size(), 0);
 
         // The pre-selection picker has no echo.

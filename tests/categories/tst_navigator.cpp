@@ -12,13 +12,6 @@
 
 namespace {
 
-template <class T>
-T stored(const char *key)
-{
-    T value{};
-    getFromMessage(lmPreferences::getData(), key, value);
-    return value;
-}
 
 // What an apply of the default values pushes after the mode, in order.
 QStringList defaultPushes()
@@ -88,7 +81,7 @@ private slots:
         QVERIFY(store.get("Interaction mode").type() == typeid(int));
         QVERIFY(store.get("Navigator animate camera duration").type() == typeid(float));
         QVERIFY(store.get("Navigator orbit detection time").type() == typeid(int));
-        QCOMPARE(stored<int>("Navigator mode"), 3);
+        QCOMPARE(lmStored<int>("Navigator mode"), 3);
 
         navigator.apply();
         QCOMPARE(lmCallLog::lines(), QStringList("lmOSGWidget::setNavMode(-1, 3)") + defaultPushes());
@@ -127,8 +120,8 @@ private slots:
         page->_navigation_speed_mode->setCurrentIndex(0);
         lmCallLog::clear();
         accept(navigator);
-        QCOMPARE(stored<int>("Navigator mode"), 4);
-        QCOMPARE(stored<float>("Navigator dolly speed"), 2.5f);
+        QCOMPARE(lmStored<int>("Navigator mode"), 4);
+        QCOMPARE(lmStored<float>("Navigator dolly speed"), 2.5f);
         QCOMPARE(lmCallLog::lines(), QStringList("lmOSGWidget::setNavMode(-1, 4)")
                                          + pushesWith({"lmOSGWidget::setNavOrbitMode(true)",
                                                        "lmOSGWidget::setNavOrbitDetectionArea(12)",
@@ -142,7 +135,7 @@ private slots:
         lmNavigatorPreferencesGUII navigator;
         start(navigator);
         accept(navigator);
-        QCOMPARE(stored<bool>("Navigator invert zoom"), false);
+        QCOMPARE(lmStored<bool>("Navigator invert zoom"), false);
         QCOMPARE(lmCallLog::lines(), pushesWith({"lmOSGWidget::setNavInvertDollyAxis(true)",
                                                  "lmOSGWidget::setNavInvertWheelDolly(true)"}));
     }
@@ -161,7 +154,7 @@ private slots:
         start(navigator);
         QCOMPARE(page->_nav_mode->currentIndex(), -1);
         accept(navigator);
-        QCOMPARE(stored<int>("Navigator mode"), 0);
+        QCOMPARE(lmStored<int>("Navigator mode"), 0);
         QCOMPARE(lmCallLog::lines().first(), QStringLiteral("lmOSGWidget::setNavMode(-1, 0)"));
     }
 
@@ -237,7 +230,7 @@ private slots:
         QCOMPARE(page->_panning_speed->isEnabled(), panningSpeedEnabled);
         // The preset changes the page only.
         QCOMPARE(lmCallLog::size(), 0);
-        QCOMPARE(stored<int>("Interaction mode"), 0);
+        QCOMPARE(lmStored<int>("Interaction mode"), 0);
 
         accept(navigator);
         QCOMPARE(lmCallLog::lines(), pushesWith(pushes << "lmOSGWidget::setNavDollySpeed(3)"));

@@ -121,13 +121,6 @@ bool sameValue(const boost::any &held, const boost::any &expected)
            || sameValue<Colors>(held, expected) || sameValue<std::vector<float>>(held, expected);
 }
 
-template <class T>
-T stored(const char *key)
-{
-    T value{};
-    getFromMessage(lmPreferences::getData(), key, value);
-    return value;
-}
 
 void setStored(const char *key, const boost::any &value)
 {
@@ -242,8 +235,8 @@ private slots:
         {
             lmRenderOptionsPreferencesGUII render;
             render.setDefault(store, false);
-            QCOMPARE(stored<int>("RenderOptions fixed resx"), 1920);
-            QCOMPARE(stored<int>("RenderOptions fixed resy"), 720);
+            QCOMPARE(lmStored<int>("RenderOptions fixed resx"), 1920);
+            QCOMPARE(lmStored<int>("RenderOptions fixed resy"), 720);
 
             const auto pages = lmPreferencesHost::pages();
             QCOMPARE(pages.size(), std::size_t(1));
@@ -447,7 +440,7 @@ private slots:
         // The stored high-quality flag itself is never pushed.
         render.page()->_openGLInteractive->setChecked(true);
         accept(render);
-        QCOMPARE(stored<bool>("RenderOptions antialiase high quality"), true);
+        QCOMPARE(lmStored<bool>("RenderOptions antialiase high quality"), true);
         QCOMPARE(lmCallLog::lines(), QStringList({
                                          "lmOSGWidget::enableRender(0)",
                                          "lmOSGWidget::setAntialiasing(0.2, 2, 1)",
@@ -509,17 +502,17 @@ private slots:
         accept(render);
         QCOMPARE(lmPreferences::getData().get("RenderOptions enable postprocess antialias").type().name(),
                  typeid(unsigned int).name());
-        QCOMPARE(stored<unsigned int>("RenderOptions enable postprocess antialias"), 1u);
-        QCOMPARE(stored<double>("RenderOptions antialiase time"), 2.5);
-        QCOMPARE(stored<float>("RenderOptions HDR Reference White"), 320.5f);
-        QCOMPARE(stored<int>("RenderOptions multisample quality high"), 16);
-        QCOMPARE(stored<int>("RenderOptions vrs quality high"), 0);
-        QCOMPARE(stored<int>("RenderOptions raytracing supersampling quality high"), 64);
-        QCOMPARE(stored<int>("RenderOptions headlight mode"), 1);
-        QCOMPARE(stored<float>("RenderOptions near plane"), 0.5f);
-        QCOMPARE(stored<float>("RenderOptions far plane"), 0.0f);
-        QCOMPARE(stored<std::string>("RenderOptions active raytracing GPUs"), std::string("2,4"));
-        QCOMPARE(stored<int>("RenderOptions progress cursor size"), 48);
+        QCOMPARE(lmStored<unsigned int>("RenderOptions enable postprocess antialias"), 1u);
+        QCOMPARE(lmStored<double>("RenderOptions antialiase time"), 2.5);
+        QCOMPARE(lmStored<float>("RenderOptions HDR Reference White"), 320.5f);
+        QCOMPARE(lmStored<int>("RenderOptions multisample quality high"), 16);
+        QCOMPARE(lmStored<int>("RenderOptions vrs quality high"), 0);
+        QCOMPARE(lmStored<int>("RenderOptions raytracing supersampling quality high"), 64);
+        QCOMPARE(lmStored<int>("RenderOptions headlight mode"), 1);
+        QCOMPARE(lmStored<float>("RenderOptions near plane"), 0.5f);
+        QCOMPARE(lmStored<float>("RenderOptions far plane"), 0.0f);
+        QCOMPARE(lmStored<std::string>("RenderOptions active raytracing GPUs"), std::string("2,4"));
+        QCOMPARE(lmStored<int>("RenderOptions progress cursor size"), 48);
     }
 
     void progressCursorSizeIsAPercentageOfTheBaseSize_data()
@@ -545,7 +538,7 @@ private slots:
         start(render);
         render.page()->_progressSize->setValue(percent);
         accept(render);
-        QCOMPARE(::stored<int>("RenderOptions progress cursor size"), stored);
+        QCOMPARE(lmStored<int>("RenderOptions progress cursor size"), stored);
         QCOMPARE(lmCallLog::lines().filter("setPreferredSize"), calls);
     }
 
@@ -589,9 +582,9 @@ private slots:
         QCOMPARE(tableRows(table), QStringList({"0.749020 0.749020 0.749020 | 0", "0.200000 0.400000 1.000000 | 0.5"}));
 
         accept(render);
-        QCOMPARE(stored<Colors>("RenderOptions background colors"),
+        QCOMPARE(lmStored<Colors>("RenderOptions background colors"),
                  Colors({osg::Color3f(0.749020f, 0.749020f, 0.749020f), osg::Color3f(0.2f, 0.4f, 1.0f)}));
-        QCOMPARE(stored<std::vector<float>>("RenderOptions background ints"), std::vector<float>({0.0f, 0.5f}));
+        QCOMPARE(lmStored<std::vector<float>>("RenderOptions background ints"), std::vector<float>({0.0f, 0.5f}));
         QCOMPARE(lmCallLog::lines(),
                  acceptedLog({"lmOSGWidget::setAllGradientBackgrounds([Color3f(0.74902, 0.74902, 0.74902), "
                               "Color3f(0.2, 0.4, 1)], [0, 0.5])"}));
@@ -600,8 +593,8 @@ private slots:
         table->item(0, 0)->setText("0.5  0.25");
         table->item(1, 1)->setText("x");
         render.storeGUI();
-        QCOMPARE(stored<Colors>("RenderOptions background colors")[0], osg::Color3f(0.5f, 0.25f, 0.0f));
-        QCOMPARE(stored<std::vector<float>>("RenderOptions background ints"), std::vector<float>({0.0f, 0.0f}));
+        QCOMPARE(lmStored<Colors>("RenderOptions background colors")[0], osg::Color3f(0.5f, 0.25f, 0.0f));
+        QCOMPARE(lmStored<std::vector<float>>("RenderOptions background ints"), std::vector<float>({0.0f, 0.0f}));
     }
 
     void headlightTypeAndMode_data()
@@ -719,7 +712,7 @@ private slots:
         QCOMPARE(lmCallLog::lines(), acceptedLog({}, {}, {"lmController::setSleepTime(1)",
                                                       "lmOSGWidget::setRaytracingDownscaleFactor(4)",
                                                       "lmOSGWidget::setFixedRenderWindowSize(-1, -1)"}));
-        QCOMPARE(stored<int>("RenderOptions fixed resx"), 1920);
+        QCOMPARE(lmStored<int>("RenderOptions fixed resx"), 1920);
     }
 
     void unknownDownscaleQualityGivesFactorTwo()

@@ -42,14 +42,6 @@ const std::vector<std::pair<std::string, Value>> kDefaults = {
     {"HMD Foveated Custom Quality Periphery", 2},
 };
 
-template <class T>
-T stored(const char *key)
-{
-    T value{};
-    if (!getFromMessage(lmPreferences::getData(), key, value))
-        qFatal("key '%s' missing or of another type", key);
-    return value;
-}
 
 template <class T>
 void store(const char *key, T value)
@@ -132,7 +124,7 @@ private slots:
             store("HMD Foveal Region Size", 0.5f); // loaded before the defaults
             lmVirtualRealityPreferencesGUII vr;
             vr.setDefault(false);
-            QCOMPARE(stored<float>("HMD Foveal Region Size"), 0.5f);
+            QCOMPARE(lmStored<float>("HMD Foveal Region Size"), 0.5f);
             vr.setDefault(true);
             const lmMessage &data = lmPreferences::getData();
             QCOMPARE(data.size(), kDefaults.size());
@@ -280,11 +272,11 @@ private slots:
         vr._innerQuality->setCurrentIndex(5);
         accept(vr);
 
-        QCOMPARE(stored<int>("VR Teleport Ground Mode"), 0);
-        QCOMPARE(stored<float>("VR Teleport Range"), 2500.5f);
-        QCOMPARE(stored<bool>("VR Auto Create Collision Objects"), false);
-        QCOMPARE(stored<int>("HMD Foveated Quality Preset"), 3);
-        QCOMPARE(stored<int>("HMD Foveated Custom Quality Inner"), 5);
+        QCOMPARE(lmStored<int>("VR Teleport Ground Mode"), 0);
+        QCOMPARE(lmStored<float>("VR Teleport Range"), 2500.5f);
+        QCOMPARE(lmStored<bool>("VR Auto Create Collision Objects"), false);
+        QCOMPARE(lmStored<int>("HMD Foveated Quality Preset"), 3);
+        QCOMPARE(lmStored<int>("HMD Foveated Custom Quality Inner"), 5);
         QCOMPARE(lmCallLog::lines(), QStringList({
                                          "lmImmersiveInteractionService::setTeleportGroundMode(0)",
                                          "lmImmersiveInteractionService::setTeleportRange(2500.5)",
@@ -316,7 +308,7 @@ private slots:
                                          "lmHMDService::setEyeTrackingEnabled(true)",
                                          "lmHMDService::setFoveatedRenderingEnabled(true)",
                                      }));
-        QCOMPARE(stored<bool>("HMD Eye Tracking"), false);
+        QCOMPARE(lmStored<bool>("HMD Eye Tracking"), false);
         QVERIFY(!vr._eyeTracking->isChecked());
 
         // The reverted request stays off on the next accept.
@@ -329,7 +321,7 @@ private slots:
         vr._eyeTracking->setChecked(true);
         accept(vr);
         QCOMPARE(lmCallLog::lines(), QStringList({"lmHMDService::setEyeTrackingEnabled(true)"}));
-        QCOMPARE(stored<bool>("HMD Eye Tracking"), true);
+        QCOMPARE(lmStored<bool>("HMD Eye Tracking"), true);
         QVERIFY(vr._eyeTracking->isChecked());
     }
 
@@ -373,7 +365,7 @@ private slots:
         vr._starVRSingleTexture->setChecked(true);
         accept(vr);
         QCOMPARE(lmCallLog::lines(), QStringList());
-        QCOMPARE(stored<bool>("StarVR Single Texture Per Eye"), true);
+        QCOMPARE(lmStored<bool>("StarVR Single Texture Per Eye"), true);
     }
 
     void nativeFoveatedRenderingEnablesTheFoveationSliders()

@@ -22,14 +22,6 @@ const QString kStart = QStringLiteral("lmController::enableWebInterface(true)");
 // A running server is told the stored debug mode after every restart.
 const QString kDebugOff = QStringLiteral("lmWebInterface::setDebugMode(false)");
 
-template <class T>
-T stored(const char *key)
-{
-    const boost::any &value = lmPreferences::getData().get(key);
-    if (!lmHoldsType(value, typeid(T)))
-        qFatal("%s does not hold the expected type", key);
-    return boost::any_cast<T>(value);
-}
 
 void store(const char *key, const boost::any &value)
 {
@@ -72,14 +64,14 @@ private slots:
         lmWebInterfacePreferencesGUII web;
         web.setDefault(lmPreferences::getData(), true);
         QCOMPARE(lmPreferences::getData().size(), std::size_t(8));
-        QCOMPARE(stored<bool>(kEnableKey), false);
-        QCOMPARE(stored<int>("WebInterface port"), 8888);
-        QCOMPARE(stored<int>("WebInterface ssl port"), 8444);
-        QCOMPARE(stored<bool>("WebInterface localhost only"), false);
-        QCOMPARE(stored<bool>("WebInterface debug mode"), false);
-        QCOMPARE(stored<bool>("WebInterface use white list"), false);
-        QCOMPARE(stored<std::string>("WebInterface white list"), std::string());
-        QCOMPARE(stored<bool>("WebInterface secure python"), true);
+        QCOMPARE(lmStored<bool>(kEnableKey), false);
+        QCOMPARE(lmStored<int>("WebInterface port"), 8888);
+        QCOMPARE(lmStored<int>("WebInterface ssl port"), 8444);
+        QCOMPARE(lmStored<bool>("WebInterface localhost only"), false);
+        QCOMPARE(lmStored<bool>("WebInterface debug mode"), false);
+        QCOMPARE(lmStored<bool>("WebInterface use white list"), false);
+        QCOMPARE(lmStored<std::string>("WebInterface white list"), std::string());
+        QCOMPARE(lmStored<bool>("WebInterface secure python"), true);
 
         store("WebInterface white list", boost::any(std::string("10.0.0.1\nbuild-host")));
         web.page()->_whiteListText->setPlainText("stale");
@@ -176,7 +168,7 @@ private slots:
         start(web);
         web.page()->_port->setValue(8890);
         accept(web);
-        QCOMPARE(stored<bool>(kEnableKey), false);
+        QCOMPARE(lmStored<bool>(kEnableKey), false);
         QCOMPARE(lmCallLog::lines(), restarted ? QStringList({kStop, kStart, kDebugOff}) : QStringList({kStop, kStop}));
     }
 
@@ -229,7 +221,7 @@ private slots:
         QVERIFY(web.page()->_enableWebServer->isChecked());
 
         accept(web);
-        QCOMPARE(stored<bool>(kEnableKey), true);
+        QCOMPARE(lmStored<bool>(kEnableKey), true);
         QCOMPARE(lmCallLog::lines(), QStringList({kStop, kStart, kDebugOff}));
 
         // Unchecking asks nothing.
@@ -304,8 +296,8 @@ private slots:
 
         page->_whiteListText->setPlainText("host-a\nhost-b");
         accept(web);
-        QCOMPARE(stored<bool>("WebInterface use white list"), true);
-        QCOMPARE(stored<std::string>("WebInterface white list"), std::string("host-a\nhost-b"));
+        QCOMPARE(lmStored<bool>("WebInterface use white list"), true);
+        QCOMPARE(lmStored<std::string>("WebInterface white list"), std::string("host-a\nhost-b"));
         QCOMPARE(lmCallLog::lines(), QStringList({kStop, kStop}));
     }
 

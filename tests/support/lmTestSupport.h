@@ -1,5 +1,8 @@
 #pragma once
 
+#include "lmMessageHelpers.h"
+#include "lmPreferences.h"
+
 #include <QDialog>
 #include <QObject>
 #include <QString>
@@ -65,6 +68,17 @@ private:
     std::vector<Answer> m_answers;
     std::vector<Seen> m_seen;
 };
+
+// The value stored under key; a missing key or another type ends the test
+// run, since every assertion after it would be meaningless.
+template <class T>
+T lmStored(const char *key)
+{
+    const boost::any &value = lmPreferences::getData().get(key);
+    if (!lmHoldsType(value, typeid(T)))
+        qFatal("%s does not hold the expected type", key);
+    return *boost::unsafe_any_cast<T>(&value);
+}
 
 // Starts every test function from a freshly started stand-in host.
 void lmResetHost();
