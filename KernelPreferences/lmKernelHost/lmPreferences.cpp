@@ -1,5 +1,6 @@
 #include "lmPreferences.h"
 
+#include "lmHostSettings.h"
 #include "lmPreferencesCategory.h"
 #include "lmPreferencesHost.h"
 
@@ -16,6 +17,7 @@ struct Registry
     std::vector<lmPreferencesHost::Page> pages;
     std::map<int, std::function<void()>> pagesListeners;
     int nextListener = 1;
+    std::vector<std::string> readWithoutValue;
 };
 
 Registry &registry()
@@ -24,12 +26,22 @@ Registry &registry()
     return r;
 }
 
-lmMessage *&currentStore()
+lmMessage &hostStore()
 {
     static lmMessage store;
-    static lmMessage *current = &store;
+    return store;
+}
+
+lmMessage *&currentStore()
+{
+    static lmMessage *current = &hostStore();
     return current;
 }
+
+const bool kReadsWithoutValueReset = [] {
+    lmHostSettings::addResetHook([] { registry().readWithoutValue.clear(); });
+    return true;
+}();
 
 const void *objectOf(const lmPreferencesHost::Category &category)
 {
@@ -271,6 +283,22 @@ lmMessage *lmPreferencesHost::swapStore(lmMessage *store)
     lmMessage *previous = currentStore();
     currentStore() = store;
     return previous;
+}
+
+std::vector<std::string> lmPreferencesHost::keysReadWithoutValue()
+{
+    return registry().readWithoutValue;
+}
+
+void lmPreferencesHost::noteReadWithoutValue(const lmMessage &store, const std::string &key)
+{
+    // Scratch stores and the messages categories build for host commands
+    // say nothing about the host's keys.
+    if (&store != &hostStore())
+        return;
+    auto &keys = registry().readWithoutValue;
+    if (std::find(keys.begin(), keys.end(), key) == keys.end())
+        keys.push_back(key);
 }
 
 int lmPreferencesHost::addPagesListener(std::function<void()> listener)

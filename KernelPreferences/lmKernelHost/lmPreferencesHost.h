@@ -61,13 +61,21 @@ public:
     // Makes store the one getData() returns; returns the previous one.
     static lmMessage *swapStore(lmMessage *store);
 
+    // Keys looked up in the host's own store while it held no value under
+    // them, in the order first asked for: keys a category reads but gives no
+    // default.
+    static std::vector<std::string> keysReadWithoutValue();
+
     // Called after a page is added or withdrawn.
     static int addPagesListener(std::function<void()> listener);
     static void removePagesListener(int id);
 
 private:
+    friend class lmMessage;
     friend class lmPreferences;
     friend class lmPreferencesCategory;
+
+    static void noteReadWithoutValue(const lmMessage &store, const std::string &key);
 
     static void registerCategory(const Category &category);
     static void unregisterCategory(const void *object);

@@ -17,11 +17,22 @@
 #include <QSet>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
 
 bool g_noDisplay = false;
+QtMessageHandler g_qtMessages = nullptr;
+
+// The offscreen platform warns each time a dismissed dialog sizes its
+// window; that says nothing to the person reading the host's messages.
+void dropPlatformNoise(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (type == QtWarningMsg && message == QLatin1String("This plugin does not support propagateSizeHints()"))
+        return;
+    g_qtMessages(type, context, message);
+}
 
 void printOut(const QString &text)
 {
@@ -49,11 +60,13 @@ void lmHostApplication::preparePlatform(int argc, char **argv)
     for (int i = 1; i < argc; ++i)
         headless = headless || qstrcmp(argv[i], "--headless") == 0;
     const bool display = !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        return;
-    g_noDisplay = !display;
-    if (headless || !display)
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        g_noDisplay = !display;
+        if (headless || !display)
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    if (qgetenv("QT_QPA_PLATFORM") == "offscreen")
+        g_qtMessages = qInstallMessageHandler(dropPlatformNoise);
 }
 
 QStringList lmHostApplication::takeOwnArguments(int &argc, char **argv)
@@ -297,17 +310,24 @@ int lmHostApplication::execute(const QStringList &arguments)
 
     // The actions, in the documented order.
     lmMessage &store = lmPreferences::getData();
+    const std::vector<std::string> readWithoutValue = lmPreferencesHost::keysReadWithoutValue();
     for (const QString &assignment : assignments) {
         const int equals = assignment.indexOf(QLatin1Char('='));
         const QString key = assignment.left(equals);
-        const boost::any &current = store.get(key.toStdString());
-        if (current.empty())
-            return fail(2, QStringLiteral("unknown preference key \"%1\"").arg(key));
+        const QString text = assignment.mid(equals + 1);
+        const std::string stdKey = key.toStdString();
         boost::any value;
         QString reason;
-        if (!lmValueParser::parse(assignment.mid(equals + 1), current, value, &reason))
+        bool parsed;
+        if (store.contains(stdKey))
+            parsed = lmValueParser::parse(text, store.get(stdKey), value, &reason);
+        else if (std::find(readWithoutValue.begin(), readWithoutValue.end(), stdKey) != readWithoutValue.end())
+            parsed = lmValueParser::parseUntyped(text, value, &reason); // e.g. "texture search paths"
+        else
+            return fail(2, QStringLiteral("unknown preference key \"%1\"").arg(key));
+        if (!parsed)
             return fail(2, QStringLiteral("bad value for \"%1\": %2").arg(key, reason));
-        m_session->setValue(key.toStdString(), value);
+        m_session->setValue(stdKey, value);
     }
     if (!assignments.isEmpty())
         lmPreferencesHost::updateGUIAll();

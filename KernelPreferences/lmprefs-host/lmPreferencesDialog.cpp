@@ -53,14 +53,43 @@ QString plainText(const QString &text)
     return plain;
 }
 
-// Every text a person reads on a page: titles, labels, button and check-box
-// texts, combo items, tab names and tool tips.
+enum class HiddenOnPage { ForGood, OrOnAnotherTab };
+
+// Hidden for good (by an edition rule, say), rather than out of sight on
+// another tab or inside a collapsed frame; the page itself need not be shown.
+bool hiddenOnPage(const QWidget *widget, const QWidget *page, HiddenOnPage how = HiddenOnPage::ForGood)
+{
+    for (const QWidget *w = widget; w && w != page; w = w->parentWidget()) {
+        if (!w->testAttribute(Qt::WA_WState_ExplicitShowHide) || !w->testAttribute(Qt::WA_WState_Hidden))
+            continue;
+        const QWidget *parent = w->parentWidget();
+        if (qobject_cast<const QStackedWidget *>(parent) ? how == HiddenOnPage::ForGood
+                                                          : parent && parent->property("collapsed").toBool())
+            continue;
+        return true;
+    }
+    return false;
+}
+
+// How much a scroll area would have to grow to show all its contents.
+QSize hiddenPart(const QScrollArea *area)
+{
+    const QWidget *contents = area->widget();
+    if (!contents)
+        return QSize();
+    return contents->sizeHint().expandedTo(contents->minimumSizeHint()) - area->viewport()->size();
+}
+
+// Every text a person can find on a page: titles, labels, button and
+// check-box texts, combo items, tab names and tool tips.
 QStringList textsOf(QWidget *page)
 {
     QStringList texts;
     QList<QWidget *> widgets = page->findChildren<QWidget *>();
     widgets.prepend(page);
     for (QWidget *widget : widgets) {
+        if (hiddenOnPage(widget, page))
+            continue;
         texts << widget->toolTip();
         if (auto *label = qobject_cast<QLabel *>(widget))
             texts << plainText(label->text());
@@ -94,6 +123,7 @@ lmPreferencesDialog::lmPreferencesDialog(lmPreferencesSession &session, QWidget 
     m_search->setClearButtonEnabled(true);
     m_tree = new QTreeWidget;
     m_tree->setHeaderHidden(true);
+    m_tree->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_tree->setColumnCount(1);
     auto *left = new QWidget;
     auto *leftLayout = new QVBoxLayout(left);
@@ -163,7 +193,11 @@ lmPreferencesDialog::lmPreferencesDialog(lmPreferencesSession &session, QWidget 
 
     for (const QString &line : lmCallLog::lines())
         m_callLog->appendPlainText(line);
-    m_callLogListener = lmCallLog::addListener([this](const QString &line) { m_callLog->appendPlainText(line); });
+    showLatestCall();
+    m_callLogListener = lmCallLog::addListener([this](const QString &line) {
+        m_callLog->appendPlainText(line);
+        showLatestCall();
+    });
     // Pages are withdrawn inside category destructors: hand them back at once.
     m_pagesListener = lmPreferencesHost::addPagesListener([this] { rebuild(); });
 
@@ -255,13 +289,18 @@ void lmPreferencesDialog::rebuild()
 
     // Learning the defaults runs each category's setDefault: not from inside
     // the constructor or destructor that added or withdrew the page.
-    if (!m_boldQueued) {
-        m_boldQueued = true;
-        QTimer::singleShot(0, this, [this] {
-            m_boldQueued = false;
-            refreshBold();
-        });
-    }
+    queueRefreshBold();
+}
+
+void lmPreferencesDialog::queueRefreshBold()
+{
+    if (m_boldQueued)
+        return;
+    m_boldQueued = true;
+    QTimer::singleShot(0, this, [this] {
+        m_boldQueued = false;
+        refreshBold();
+    });
 }
 
 const lmPreferencesDialog::PageEntry *lmPreferencesDialog::entryOf(const QTreeWidgetItem *item) const
@@ -393,6 +432,12 @@ void lmPreferencesDialog::setFilter(const QString &text)
 
 void lmPreferencesDialog::refreshBold()
 {
+    // Called from the event loop of a dialog that a category opened while
+    // writing its defaults into the scratch store: later, on the real store.
+    if (m_session.isLearning()) {
+        queueRefreshBold();
+        return;
+    }
     for (const PageEntry &entry : m_entries) {
         const bool changed = m_session.differsFromDefaults(entry.page.owner);
         QFont font = entry.item->font(0);
@@ -461,9 +506,15 @@ void lmPreferencesDialog::showEvent(QShowEvent *event)
     if (!event->spontaneous())
         m_session.beginEditing();
     QDialog::showEvent(event);
-    QTimer::singleShot(0, m_callLog, [log = m_callLog] {
-        log->verticalScrollBar()->setValue(log->verticalScrollBar()->maximum());
-    });
+    QTimer::singleShot(0, this, [this] { showLatestCall(); });
+}
+
+void lmPreferencesDialog::showLatestCall()
+{
+    // The start of the newest line: calls with many arguments run off to the
+    // right.
+    m_callLog->moveCursor(QTextCursor::End);
+    m_callLog->moveCursor(QTextCursor::StartOfBlock);
 }
 
 QPixmap lmPreferencesDialog::grabPage(QWidget *page)
@@ -472,17 +523,20 @@ QPixmap lmPreferencesDialog::grabPage(QWidget *page)
     if (!showPage(page))
         return QPixmap();
     grab(); // lays the dialog out
-    m_callLog->verticalScrollBar()->setValue(m_callLog->verticalScrollBar()->maximum());
+    showLatestCall();
     QPixmap pixmap = grab();
-    // Grow until the page needs no scrolling; the splitters share out the
-    // extra space, so this may take a few rounds.
+    // Grow until neither the page (nor a scroll area of its own) nor the
+    // tree needs scrolling; the splitters share out the extra space, so this
+    // may take a few rounds.
     const QScrollArea *area = m_entries[page].area;
     for (int round = 0; round < 8; ++round) {
-        const int hiddenHeight = area->verticalScrollBar()->maximum();
-        const int hiddenWidth = area->horizontalScrollBar()->maximum();
-        if (hiddenHeight <= 0 && hiddenWidth <= 0)
+        QSize hidden = hiddenPart(area).expandedTo(QSize(0, m_tree->verticalScrollBar()->maximum()));
+        for (const QScrollArea *inner : page->findChildren<QScrollArea *>())
+            if (!hiddenOnPage(inner, page, HiddenOnPage::OrOnAnotherTab))
+                hidden = hidden.expandedTo(hiddenPart(inner));
+        if (hidden.height() <= 0 && hidden.width() <= 0)
             break;
-        resize(this->size() + QSize(hiddenWidth, hiddenHeight));
+        resize(this->size() + hidden.expandedTo(QSize(0, 0)));
         pixmap = grab();
     }
     resize(size);

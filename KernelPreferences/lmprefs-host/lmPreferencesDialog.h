@@ -68,6 +68,8 @@ private:
     };
 
     void rebuild();
+    void queueRefreshBold();
+    void showLatestCall();
     void releasePage(QWidget *page);
     void currentItemChanged(QTreeWidgetItem *item);
     const PageEntry *entryOf(const QTreeWidgetItem *item) const;

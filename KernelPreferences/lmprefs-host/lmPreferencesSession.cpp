@@ -4,11 +4,7 @@
 #include "lmDialogSuppressor.h"
 #include "lmPreferences.h"
 
-#include <QApplication>
-#include <QDialog>
-#include <QEvent>
-#include <QPointer>
-#include <QTimer>
+#include <QScopeGuard>
 
 #include <cstdio>
 
@@ -52,6 +48,9 @@ QStringList lmPreferencesSession::loadStore()
 void lmPreferencesSession::startUp()
 {
     lmPreferencesHost::setDefaultAll(false);
+    // Now, before any window or timer of the host's exists, rather than
+    // lazily from inside the dialog's event handling.
+    learnDefaults();
     lmPreferencesHost::resetUnchanged();
     lmPreferencesHost::applyAll();
     lmPreferencesHost::resetUnchanged();
@@ -119,6 +118,8 @@ void lmPreferencesSession::learn(const Category &category)
     const int logged = lmCallLog::size();
     lmMessage defaults;
     {
+        const auto restore = qScopeGuard([this, wasLearning = m_learning] { m_learning = wasLearning; });
+        m_learning = true;
         ScratchStore store;
         lmDialogSuppressor suppressor;
         lmPreferencesHost::setDefault(category, true);
@@ -128,6 +129,13 @@ void lmPreferencesSession::learn(const Category &category)
         std::fprintf(stderr, "lmprefs-host: the category \"%s\" made host calls while writing its defaults\n",
                      qPrintable(category.page.isEmpty() ? category.group : category.group + '/' + category.page));
     m_defaults[objectOf(category)] = std::move(defaults);
+}
+
+void lmPreferencesSession::learnDefaults()
+{
+    m_defaults.clear();
+    for (const Category &category : lmPreferencesHost::categories())
+        learn(category);
 }
 
 const lmMessage &lmPreferencesSession::defaultsOf(const Category &category)

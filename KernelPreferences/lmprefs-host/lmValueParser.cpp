@@ -5,6 +5,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -91,6 +92,34 @@ bool parse(const QString &text, const boost::any &like, boost::any &out, QString
         return fail(error, QStringLiteral("the key holds a value of no preference type"));
     }
     return true;
+}
+
+bool parseUntyped(const QString &text, boost::any &out, QString *error)
+{
+    const QString word = text.trimmed();
+    if (word == QLatin1String("true") || word == QLatin1String("false")) {
+        out = word == QLatin1String("true");
+        return true;
+    }
+    const QString expected = QStringLiteral("the key holds no value yet, so its type is told by the value: true, "
+                                            "false or a JSON list of strings, numbers or [r, g, b] colours");
+    const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());
+    const QJsonArray items = document.array();
+    if (!document.isArray() || items.isEmpty())
+        return fail(error, expected);
+    auto all = [&items](bool (QJsonValue::*is)() const) {
+        return std::all_of(items.begin(), items.end(), [is](const QJsonValue &item) { return (item.*is)(); });
+    };
+    QString type;
+    if (all(&QJsonValue::isString))
+        type = QStringLiteral("strings");
+    else if (all(&QJsonValue::isDouble))
+        type = QStringLiteral("floats");
+    else if (all(&QJsonValue::isArray))
+        type = QStringLiteral("colors");
+    else
+        return fail(error, expected);
+    return lmStoreDocument::readValue(type, items, out, error);
 }
 
 QString text(const boost::any &value)
