@@ -43,10 +43,20 @@ const bool kReadsWithoutValueReset = [] {
     return true;
 }();
 
-const void *objectOf(const lmPreferencesHost::Category &category)
+// Runs a hook on whichever base the category has; most hooks share a name.
+template <class OnPreferences, class OnCategory>
+void dispatch(const lmPreferencesHost::Category &category, OnPreferences onPreferences, OnCategory onCategory)
 {
-    return category.preferences ? static_cast<const void *>(category.preferences)
-                                : static_cast<const void *>(category.category);
+    if (category.preferences)
+        onPreferences(*category.preferences);
+    else if (category.category)
+        onCategory(*category.category);
+}
+
+template <class OnEither>
+void dispatch(const lmPreferencesHost::Category &category, OnEither onEither)
+{
+    dispatch(category, onEither, onEither);
 }
 
 void notifyPagesChanged()
@@ -180,42 +190,31 @@ bool lmPreferencesHost::hasPage(const QWidget *widget)
 
 void lmPreferencesHost::setDefault(const Category &category, bool overwrite)
 {
-    if (category.preferences)
-        category.preferences->setDefault(lmPreferences::getData(), overwrite);
-    else if (category.category)
-        category.category->setDefault(overwrite);
+    dispatch(
+        category, [overwrite](lmPreferences &p) { p.setDefault(lmPreferences::getData(), overwrite); },
+        [overwrite](lmPreferencesCategory &c) { c.setDefault(overwrite); });
 }
 
 void lmPreferencesHost::apply(const Category &category)
 {
-    if (category.preferences)
-        category.preferences->apply();
-    else if (category.category)
-        category.category->apply();
+    dispatch(category, [](auto &c) { c.apply(); });
 }
 
 void lmPreferencesHost::updateGUI(const Category &category)
 {
-    if (category.preferences)
-        category.preferences->updateGUI();
-    else if (category.category)
-        category.category->updateGUI();
+    dispatch(category, [](auto &c) { c.updateGUI(); });
 }
 
 void lmPreferencesHost::storeGUI(const Category &category)
 {
-    if (category.preferences)
-        category.preferences->storeGUI();
-    else if (category.category)
-        category.category->storeGUI();
+    dispatch(category, [](auto &c) { c.storeGUI(); });
 }
 
 void lmPreferencesHost::newScene(const Category &category)
 {
-    if (category.preferences)
-        category.preferences->preferencesNewScene(lmPreferences::getData());
-    else if (category.category)
-        category.category->newScene();
+    dispatch(
+        category, [](lmPreferences &p) { p.preferencesNewScene(lmPreferences::getData()); },
+        [](lmPreferencesCategory &c) { c.newScene(); });
 }
 
 void lmPreferencesHost::setDefaultAll(bool overwrite)
@@ -250,20 +249,13 @@ void lmPreferencesHost::newSceneAll()
 
 void lmPreferencesHost::resetUnchanged()
 {
-    for (const Category &category : registry().categories) {
-        if (category.preferences)
-            category.preferences->m_unchanged.clear();
-        else if (category.category)
-            category.category->m_unchanged.clear();
-    }
+    for (const Category &category : registry().categories)
+        resetUnchanged(category);
 }
 
 void lmPreferencesHost::resetUnchanged(const Category &category)
 {
-    if (category.preferences)
-        category.preferences->m_unchanged.clear();
-    else if (category.category)
-        category.category->m_unchanged.clear();
+    dispatch(category, [](auto &c) { c.m_unchanged.clear(); });
 }
 
 std::vector<std::string> lmPreferencesHost::unchangedKeys(const Category &category)
@@ -322,11 +314,11 @@ void lmPreferencesHost::unregisterCategory(const void *object)
 {
     auto &categories = registry().categories;
     categories.erase(std::remove_if(categories.begin(), categories.end(),
-                                    [object](const Category &c) { return objectOf(c) == object; }),
+                                    [object](const Category &c) { return c.object() == object; }),
                      categories.end());
     auto &pages = registry().pages;
     pages.erase(std::remove_if(pages.begin(), pages.end(),
-                               [object](const Page &p) { return objectOf(p.owner) == object; }),
+                               [object](const Page &p) { return p.owner.object() == object; }),
                 pages.end());
 }
 

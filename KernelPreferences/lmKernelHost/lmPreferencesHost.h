@@ -19,19 +19,31 @@ class lmPreferencesCategory;
 class LM_HOST_API lmPreferencesHost
 {
 public:
-    // A living category: exactly one of the two pointers is set.
-    struct Category
-    {
-        lmPreferences *preferences = nullptr;
-        lmPreferencesCategory *category = nullptr;
-        QString group;
-        QString page;
-    };
-
-    struct Page
+    // Where a category's page sits in the dialog.
+    struct Place
     {
         QString group;
         QString page; // empty: the group is the page
+
+        // "group/page", or "group" for a top-level page.
+        QString path() const { return page.isEmpty() ? group : group + QLatin1Char('/') + page; }
+    };
+
+    // A living category: exactly one of the two pointers is set.
+    struct Category : Place
+    {
+        lmPreferences *preferences = nullptr;
+        lmPreferencesCategory *category = nullptr;
+
+        // The category object, whichever base it has.
+        const void *object() const
+        {
+            return preferences ? static_cast<const void *>(preferences) : static_cast<const void *>(category);
+        }
+    };
+
+    struct Page : Place
+    {
         QWidget *widget = nullptr;
         Category owner;
     };

@@ -31,11 +31,8 @@
 namespace {
 
 const int kPageRole = Qt::UserRole + 1;
-
-QString pathOf(const lmPreferencesHost::Page &page)
-{
-    return page.page.isEmpty() ? page.group : page.group + QLatin1Char('/') + page.page;
-}
+// Set on a group whose own page the search left out but whose pages it kept.
+const int kFilteredOutRole = Qt::UserRole + 2;
 
 // A page whose name repeats its group's is the group's own page.
 bool isGroupPage(const lmPreferencesHost::Page &page)
@@ -336,40 +333,44 @@ bool lmPreferencesDialog::showPage(QWidget *page)
     return true;
 }
 
+bool lmPreferencesDialog::isKept(const QTreeWidgetItem *item) const
+{
+    if (!entryOf(item) || item->data(0, kFilteredOutRole).toBool())
+        return false;
+    for (; item; item = item->parent())
+        if (item->isHidden())
+            return false;
+    return true;
+}
+
 void lmPreferencesDialog::currentItemChanged(QTreeWidgetItem *item)
 {
-    if (item && !entryOf(item)) {
-        // A group without a page of its own opens its first visible page.
+    if (item && !isKept(item)) {
+        // A group without a page of its own (or whose page the search left
+        // out) opens its first page.
         for (int i = 0; i < item->childCount(); ++i)
-            if (!item->child(i)->isHidden() && entryOf(item->child(i))) {
+            if (isKept(item->child(i))) {
                 item = item->child(i);
                 m_tree->setCurrentItem(item);
                 break;
             }
     }
-    const PageEntry *entry = entryOf(item);
-    if (!entry || (item && item->isHidden())) {
+    if (!isKept(item)) {
         m_title->clear();
         m_stack->setCurrentWidget(m_empty);
         return;
     }
-    m_title->setText(entry->page.page.isEmpty() || entry->page.page == entry->page.group
-                         ? entry->page.group
-                         : entry->page.group + QStringLiteral(" / ") + entry->page.page);
-    m_stack->setCurrentWidget(entry->area);
+    const lmPreferencesHost::Page &page = entryOf(item)->page;
+    m_title->setText(isGroupPage(page) ? page.group : page.group + QStringLiteral(" / ") + page.page);
+    m_stack->setCurrentWidget(entryOf(item)->area);
 }
 
 QStringList lmPreferencesDialog::visiblePages() const
 {
     QStringList paths;
-    for (QTreeWidgetItemIterator it(m_tree); *it; ++it) {
-        const PageEntry *entry = entryOf(*it);
-        bool shown = entry != nullptr;
-        for (const QTreeWidgetItem *item = *it; item && shown; item = item->parent())
-            shown = !item->isHidden();
-        if (shown)
-            paths << pathOf(entry->page);
-    }
+    for (QTreeWidgetItemIterator it(m_tree); *it; ++it)
+        if (isKept(*it))
+            paths << entryOf(*it)->page.path();
     return paths;
 }
 
@@ -381,7 +382,7 @@ bool lmPreferencesDialog::isBold(const QWidget *page) const
 
 bool lmPreferencesDialog::pageMatches(const PageEntry &entry, const QString &needle) const
 {
-    if (pathOf(entry.page).contains(needle, Qt::CaseInsensitive))
+    if (entry.page.path().contains(needle, Qt::CaseInsensitive))
         return true;
     const QStringList texts = textsOf(entry.page.widget);
     return std::any_of(texts.begin(), texts.end(),
@@ -402,31 +403,29 @@ void lmPreferencesDialog::setFilter(const QString &text)
             child->setHidden(!shown);
             anyChild = anyChild || shown;
         }
-        const bool groupShown = needle.isEmpty() || anyChild || (own && pageMatches(*own, needle))
-                                || group->text(0).contains(needle, Qt::CaseInsensitive);
-        group->setHidden(!groupShown);
-        if (groupShown && !needle.isEmpty())
+        const bool groupMatches = needle.isEmpty() || group->text(0).contains(needle, Qt::CaseInsensitive)
+                                  || (own && pageMatches(*own, needle));
+        group->setHidden(!groupMatches && !anyChild);
+        // A group page shown only to hold the pages the search kept: greyed.
+        const bool filteredOut = own && !groupMatches;
+        group->setData(0, kFilteredOutRole, filteredOut);
+        group->setData(0, Qt::ForegroundRole,
+                       filteredOut ? QVariant(palette().brush(QPalette::Disabled, QPalette::Text)) : QVariant());
+        if (anyChild && !needle.isEmpty())
             group->setExpanded(true);
     }
 
     QTreeWidgetItem *current = m_tree->currentItem();
-    bool currentShown = current && entryOf(current);
-    for (QTreeWidgetItem *item = current; item && currentShown; item = item->parent())
-        currentShown = !item->isHidden();
-    if (currentShown) {
+    if (isKept(current)) {
         currentItemChanged(current);
         return;
     }
-    for (QTreeWidgetItemIterator it(m_tree); *it; ++it) {
-        bool shown = entryOf(*it) != nullptr;
-        for (QTreeWidgetItem *item = *it; item && shown; item = item->parent())
-            shown = !item->isHidden();
-        if (shown) {
+    for (QTreeWidgetItemIterator it(m_tree); *it; ++it)
+        if (isKept(*it)) {
             m_tree->setCurrentItem(*it);
             currentItemChanged(*it);
             return;
         }
-    }
     currentItemChanged(nullptr);
 }
 
@@ -489,7 +488,7 @@ void lmPreferencesDialog::restoreDefaults()
     const PageEntry *entry = entryOf(m_tree->currentItem());
     if (!entry)
         return;
-    mark(tr("Restore Defaults: %1").arg(pathOf(entry->page)));
+    mark(tr("Restore Defaults: %1").arg(entry->page.path()));
     m_session.restoreDefaults(entry->page.owner);
     refreshBold();
 }

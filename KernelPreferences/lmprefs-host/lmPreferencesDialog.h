@@ -73,6 +73,8 @@ private:
     void releasePage(QWidget *page);
     void currentItemChanged(QTreeWidgetItem *item);
     const PageEntry *entryOf(const QTreeWidgetItem *item) const;
+    // A page item the search kept, under groups that are shown.
+    bool isKept(const QTreeWidgetItem *item) const;
     bool pageMatches(const PageEntry &entry, const QString &needle) const;
     bool commit();
     void mark(const QString &what);

@@ -82,7 +82,6 @@ public:
     std::vector<Difference> differences();
 
 private:
-    static const void *objectOf(const Category &category);
     void learn(const Category &category);
 
     lmStoreFile m_file;

@@ -34,6 +34,16 @@ bool parseNumber(const QString &text, T &out)
     return result.ec == std::errc() && result.ptr == end;
 }
 
+template <class T>
+bool parseNumberAs(const QString &text, const char *expected, boost::any &out, QString *error)
+{
+    T value{};
+    if (!parseNumber(text, value))
+        return fail(error, QStringLiteral("expected %1, found \"%2\"").arg(QLatin1String(expected), text));
+    out = value;
+    return true;
+}
+
 // Lists and colours are written as in the store file; a bare JSON value is
 // wrapped so that the document reader can parse it.
 bool parseJson(const QString &text, const QString &type, boost::any &out, QString *error)
@@ -55,25 +65,13 @@ bool parse(const QString &text, const boost::any &like, boost::any &out, QString
 {
     const QString type = lmStoreDocument::typeName(like);
     if (type == QLatin1String("int")) {
-        int v = 0;
-        if (!parseNumber(text, v))
-            return fail(error, QStringLiteral("expected an int, found \"%1\"").arg(text));
-        out = v;
+        return parseNumberAs<int>(text, "an int", out, error);
     } else if (type == QLatin1String("uint")) {
-        unsigned int v = 0;
-        if (text.trimmed().startsWith('-') || !parseNumber(text, v))
-            return fail(error, QStringLiteral("expected an unsigned int, found \"%1\"").arg(text));
-        out = v;
+        return parseNumberAs<unsigned int>(text, "an unsigned int", out, error);
     } else if (type == QLatin1String("float")) {
-        float v = 0;
-        if (!parseNumber(text, v))
-            return fail(error, QStringLiteral("expected a float, found \"%1\"").arg(text));
-        out = v;
+        return parseNumberAs<float>(text, "a float", out, error);
     } else if (type == QLatin1String("double")) {
-        double v = 0;
-        if (!parseNumber(text, v))
-            return fail(error, QStringLiteral("expected a double, found \"%1\"").arg(text));
-        out = v;
+        return parseNumberAs<double>(text, "a double", out, error);
     } else if (type == QLatin1String("bool")) {
         const QString word = text.trimmed().toLower();
         if (word == QLatin1String("true") || word == QLatin1String("1"))

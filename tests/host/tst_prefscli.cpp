@@ -217,6 +217,8 @@ private slots:
         QTest::newRow("unknown option") << QStringList{"--frobnicate"} << "Unknown option 'frobnicate'.";
         QTest::newRow("option without value") << QStringList{"--trace"} << "Missing value after '--trace'.";
         QTest::newRow("stray argument") << QStringList{"extra"} << "unexpected argument \"extra\"";
+        QTest::newRow("screenshots under a file") << QStringList{"--screenshots", "/dev/null/shots"}
+                                                  << "cannot create the screenshot folder /dev/null/shots";
         QTest::newRow("unwritable trace") << QStringList{"--trace", "/nonexistent/trace.txt"}
                                           << "cannot write the trace /nonexistent/trace.txt";
     }

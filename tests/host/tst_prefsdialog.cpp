@@ -421,6 +421,17 @@ private slots:
         tree->setCurrentItem(tree->topLevelItem(2));
         QCOMPARE(dialog->currentPage(), tess->page());
 
+        // A group whose own page does not match stays in the tree for the
+        // page under it that does, and does not count as found.
+        dialog->showPage(fileIO->page());
+        dialog->setFilter(QStringLiteral("STL inches"));
+        QCOMPARE(dialog->visiblePages(), QStringList({"FileIO/STL"}));
+        QCOMPARE(dialog->currentPage(), stl->page());
+        QVERIFY(!tree->topLevelItem(0)->isHidden());
+        tree->setCurrentItem(tree->topLevelItem(0));
+        QCOMPARE(dialog->currentPage(), stl->page());
+        dialog->setFilter(QString());
+
         // A withdrawn page leaves the tree; the dialog hands the others back.
         dialog->showPage(stl->page());
         stl.reset();

@@ -38,7 +38,7 @@ QStringList boldPages(const lmPreferencesDialog &dialog)
     QStringList bold;
     for (const lmPreferencesHost::Page &page : lmPreferencesHost::pages())
         if (dialog.isBold(page.widget))
-            bold << (page.page.isEmpty() ? page.group : page.group + '/' + page.page);
+            bold << page.path();
     return bold;
 }
 
