@@ -59,6 +59,14 @@ void dispatch(const lmPreferencesHost::Category &category, OnEither onEither)
     dispatch(category, onEither, onEither);
 }
 
+// In creation order, over a copy: a hook may create or destroy categories.
+template <class Hook>
+void forEachCategory(Hook hook)
+{
+    for (const lmPreferencesHost::Category &category : lmPreferencesHost::categories())
+        hook(category);
+}
+
 void notifyPagesChanged()
 {
     const auto listeners = registry().pagesListeners;
@@ -219,33 +227,13 @@ void lmPreferencesHost::newScene(const Category &category)
 
 void lmPreferencesHost::setDefaultAll(bool overwrite)
 {
-    for (const Category &category : categories())
-        setDefault(category, overwrite);
+    forEachCategory([overwrite](const Category &category) { setDefault(category, overwrite); });
 }
 
-void lmPreferencesHost::applyAll()
-{
-    for (const Category &category : categories())
-        apply(category);
-}
-
-void lmPreferencesHost::updateGUIAll()
-{
-    for (const Category &category : categories())
-        updateGUI(category);
-}
-
-void lmPreferencesHost::storeGUIAll()
-{
-    for (const Category &category : categories())
-        storeGUI(category);
-}
-
-void lmPreferencesHost::newSceneAll()
-{
-    for (const Category &category : categories())
-        newScene(category);
-}
+void lmPreferencesHost::applyAll() { forEachCategory(apply); }
+void lmPreferencesHost::updateGUIAll() { forEachCategory(updateGUI); }
+void lmPreferencesHost::storeGUIAll() { forEachCategory(storeGUI); }
+void lmPreferencesHost::newSceneAll() { forEachCategory(newScene); }
 
 void lmPreferencesHost::resetUnchanged()
 {
