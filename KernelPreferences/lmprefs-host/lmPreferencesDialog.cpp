@@ -519,6 +519,7 @@ void lmPreferencesDialog::showLatestCall()
 QPixmap lmPreferencesDialog::grabPage(QWidget *page)
 {
     const QSize size = this->size();
+    QWidget *shown = currentPage();
     if (!showPage(page))
         return QPixmap();
     grab(); // lays the dialog out
@@ -539,5 +540,7 @@ QPixmap lmPreferencesDialog::grabPage(QWidget *page)
         pixmap = grab();
     }
     resize(size);
+    if (shown)
+        showPage(shown);
     return pixmap;
 }

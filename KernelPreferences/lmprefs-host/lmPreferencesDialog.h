@@ -44,7 +44,8 @@ public:
     QStringList visiblePages() const;
     bool isBold(const QWidget *page) const;
 
-    // The dialog with this page shown, tall enough to show all of it.
+    // The dialog with this page shown, tall enough to show all of it; then
+    // the dialog is as it was.
     QPixmap grabPage(QWidget *page);
 
 public Q_SLOTS:

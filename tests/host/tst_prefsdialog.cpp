@@ -22,6 +22,7 @@
 #include <QPlainTextEdit>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTreeWidget>
@@ -489,6 +490,28 @@ private slots:
         for (const lmPreferencesHost::Page &page : lmPreferencesHost::pages())
             QVERIFY2(!dialog.isBold(page.widget), qPrintable(page.group));
         QCOMPARE(answerer.count(), 1);
+    }
+
+    void screenshotShowsAllOfATallPage()
+    {
+        startHost();
+        // A page much taller than the dialog, with a scroll area of its own.
+        auto *inner = new QScrollArea;
+        auto *contents = new QWidget;
+        auto *rows = new QVBoxLayout(contents);
+        for (int i = 0; i < 60; ++i)
+            rows->addWidget(new QCheckBox(QStringLiteral("Option %1").arg(i)));
+        inner->setWidget(contents);
+        inner->setWidgetResizable(true);
+        m_units->page()->layout()->addWidget(inner);
+        lmPreferencesDialog dialog(*m_session);
+        dialog.showPage(m_camera->page());
+        const QSize size = dialog.size();
+
+        const QPixmap shot = dialog.grabPage(m_units->page());
+        QVERIFY(shot.height() > contents->sizeHint().height());
+        QCOMPARE(dialog.size(), size);
+        QCOMPARE(dialog.currentPage(), m_camera->page());
     }
 
     void screenshotNamesAreSafeFileNames()
