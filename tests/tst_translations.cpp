@@ -29,6 +29,9 @@ private slots:
         const QString ts = m_dir.filePath(QStringLiteral("lmKernelPreferences.ts"));
         QProcess lupdate;
         lupdate.setProcessChannelMode(QProcess::MergedChannels);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C")); // its messages in English
+        lupdate.setProcessEnvironment(environment);
         lupdate.start(QStringLiteral(LM_LUPDATE), {QStringLiteral("-locations"), QStringLiteral("none"),
                                                    QStringLiteral("@" LM_TRANSLATABLE_LIST), QStringLiteral("-ts"), ts});
         QVERIFY(lupdate.waitForFinished(120000));
