@@ -1,6 +1,6 @@
 #include "lmCADFileTypeRegistry.h"
 
-#include "lmHostSettings.h"
+#include "lmHostState.h"
 
 #include <unordered_set>
 
@@ -38,16 +38,15 @@ std::unordered_set<int> allTypes()
     return types;
 }
 
+struct Supported
+{
+    std::unordered_set<int> types = allTypes();
+};
+
 std::unordered_set<int> &supported()
 {
-    static std::unordered_set<int> types = allTypes();
-    return types;
+    return lmHostState<Supported>().types;
 }
-
-const bool kResetRegistered = [] {
-    lmHostSettings::addResetHook([] { supported() = allTypes(); });
-    return true;
-}();
 
 } // namespace
 

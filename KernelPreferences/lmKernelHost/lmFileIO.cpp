@@ -1,7 +1,7 @@
 #include "lmFileIO.h"
 
 #include "lmCallLog.h"
-#include "lmHostSettings.h"
+#include "lmHostState.h"
 
 // CAD format pages.
 
@@ -15,14 +15,8 @@ struct LegacyLoaders
 
 LegacyLoaders &legacyLoaders()
 {
-    static LegacyLoaders loaders;
-    return loaders;
+    return lmHostState<LegacyLoaders>();
 }
-
-const bool kLegacyLoadersReset = [] {
-    lmHostSettings::addResetHook([] { legacyLoaders() = LegacyLoaders(); });
-    return true;
-}();
 
 } // namespace
 

@@ -1,7 +1,7 @@
 #include "lmHostProcess.h"
 
 #include "lmCallLog.h"
-#include "lmHostSettings.h"
+#include "lmHostState.h"
 #include "lmWebInterface.h"
 
 #include <memory>
@@ -20,14 +20,8 @@ struct Process
 
 Process &process()
 {
-    static Process p;
-    return p;
+    return lmHostState<Process>();
 }
-
-const bool registered = [] {
-    lmHostSettings::addResetHook([] { process() = Process(); });
-    return true;
-}();
 
 } // namespace
 

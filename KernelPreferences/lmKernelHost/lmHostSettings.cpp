@@ -34,6 +34,18 @@ Settings &settings()
     return s;
 }
 
+// The enumerator whose name (its index in names) is name.
+template <class E, std::size_t N>
+bool fromName(const char *const (&names)[N], const QString &name, E &value)
+{
+    for (std::size_t i = 0; i < N; ++i)
+        if (name == QLatin1String(names[i])) {
+            value = static_cast<E>(i);
+            return true;
+        }
+    return false;
+}
+
 std::vector<std::function<void()>> &resetHooks()
 {
     static std::vector<std::function<void()>> hooks;
@@ -52,12 +64,7 @@ QString lmHostSettings::editionName(Edition edition)
 
 bool lmHostSettings::editionFromName(const QString &name, Edition &edition)
 {
-    for (int i = 0; i < 4; ++i)
-        if (name == QLatin1String(kEditionNames[i])) {
-            edition = static_cast<Edition>(i);
-            return true;
-        }
-    return false;
+    return fromName(kEditionNames, name, edition);
 }
 
 QString lmHostSettings::applicationName() { return settings().applicationName; }
@@ -80,12 +87,7 @@ QString lmHostSettings::languageName(Language language)
 
 bool lmHostSettings::languageFromName(const QString &name, Language &language)
 {
-    for (int i = 0; i < 4; ++i)
-        if (name == QLatin1String(kLanguageNames[i])) {
-            language = static_cast<Language>(i);
-            return true;
-        }
-    return false;
+    return fromName(kLanguageNames, name, language);
 }
 
 QStringList lmHostSettings::errorLog() { return settings().errorLog; }
@@ -99,8 +101,11 @@ void lmHostSettings::resetHost()
     lmPreferencesHost::resetUnchanged();
     osg::SceneFileHandler::the().clearOptions();
     lmImportOptions::clearWritten();
-    for (const auto &hook : resetHooks())
+    // By index and by copy: a hook may make state that registers a hook.
+    for (std::size_t i = 0; i < resetHooks().size(); ++i) {
+        const std::function<void()> hook = resetHooks()[i];
         hook();
+    }
 }
 
 void lmHostSettings::addResetHook(std::function<void()> hook)

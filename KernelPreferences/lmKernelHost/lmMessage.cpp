@@ -1,5 +1,7 @@
 #include "lmMessage.h"
 
+#include "lmPreferencesHost.h"
+
 #include <boost/stacktrace.hpp>
 
 #include <iostream>
@@ -20,7 +22,10 @@ const boost::any &lmMessage::get(const std::string &key) const
 {
     static const boost::any empty;
     auto it = m_values.find(key);
-    return it == m_values.end() ? empty : it->second;
+    if (it != m_values.end())
+        return it->second;
+    lmPreferencesHost::noteReadWithoutValue(*this, key);
+    return empty;
 }
 
 void lmMessage::remove(const std::string &key)

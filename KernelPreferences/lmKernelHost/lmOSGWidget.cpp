@@ -1,7 +1,7 @@
 #include "lmOSGWidget.h"
 
 #include "lmCallLog.h"
-#include "lmHostSettings.h"
+#include "lmHostState.h"
 #include "lmRenderHostState.h"
 
 // Camera.
@@ -409,19 +409,20 @@ unsigned int lmOSGWidget::getActiveGpuRaytracingMask()
 
 namespace {
 
-lmOSGWidget::lmDisplay displayType = lmOSGWidget::lmDisplayDefault;
-
-const bool displayTypeResets = (lmHostSettings::addResetHook([] { displayType = lmOSGWidget::lmDisplayDefault; }), true);
+struct Display
+{
+    lmOSGWidget::lmDisplay type = lmOSGWidget::lmDisplayDefault;
+};
 
 } // namespace
 
 lmOSGWidget::lmDisplay lmOSGWidget::getDisplayType()
 {
-    return displayType;
+    return lmHostState<Display>().type;
 }
 
 void lmOSGWidget::setDisplayType(lmDisplay display)
 {
     lmCallLog::record("lmOSGWidget::setDisplayType", display);
-    displayType = display;
+    lmHostState<Display>().type = display;
 }

@@ -1,5 +1,6 @@
 #include "lmPreferences.h"
 
+#include "lmHostSettings.h"
 #include "lmPreferencesCategory.h"
 #include "lmPreferencesHost.h"
 
@@ -16,6 +17,7 @@ struct Registry
     std::vector<lmPreferencesHost::Page> pages;
     std::map<int, std::function<void()>> pagesListeners;
     int nextListener = 1;
+    std::vector<std::string> readWithoutValue;
 };
 
 Registry &registry()
@@ -24,17 +26,45 @@ Registry &registry()
     return r;
 }
 
-lmMessage *&currentStore()
+lmMessage &hostStore()
 {
     static lmMessage store;
-    static lmMessage *current = &store;
+    return store;
+}
+
+lmMessage *&currentStore()
+{
+    static lmMessage *current = &hostStore();
     return current;
 }
 
-const void *objectOf(const lmPreferencesHost::Category &category)
+const bool kReadsWithoutValueReset = [] {
+    lmHostSettings::addResetHook([] { registry().readWithoutValue.clear(); });
+    return true;
+}();
+
+// Runs a hook on whichever base the category has; most hooks share a name.
+template <class OnPreferences, class OnCategory>
+void dispatch(const lmPreferencesHost::Category &category, OnPreferences onPreferences, OnCategory onCategory)
 {
-    return category.preferences ? static_cast<const void *>(category.preferences)
-                                : static_cast<const void *>(category.category);
+    if (category.preferences)
+        onPreferences(*category.preferences);
+    else if (category.category)
+        onCategory(*category.category);
+}
+
+template <class OnEither>
+void dispatch(const lmPreferencesHost::Category &category, OnEither onEither)
+{
+    dispatch(category, onEither, onEither);
+}
+
+// In creation order, over a copy: a hook may create or destroy categories.
+template <class Hook>
+void forEachCategory(Hook hook)
+{
+    for (const lmPreferencesHost::Category &category : lmPreferencesHost::categories())
+        hook(category);
 }
 
 void notifyPagesChanged()
@@ -168,90 +198,52 @@ bool lmPreferencesHost::hasPage(const QWidget *widget)
 
 void lmPreferencesHost::setDefault(const Category &category, bool overwrite)
 {
-    if (category.preferences)
-        category.preferences->setDefault(lmPreferences::getData(), overwrite);
-    else if (category.category)
-        category.category->setDefault(overwrite);
+    dispatch(
+        category, [overwrite](lmPreferences &p) { p.setDefault(lmPreferences::getData(), overwrite); },
+        [overwrite](lmPreferencesCategory &c) { c.setDefault(overwrite); });
 }
 
 void lmPreferencesHost::apply(const Category &category)
 {
-    if (category.preferences)
-        category.preferences->apply();
-    else if (category.category)
-        category.category->apply();
+    dispatch(category, [](auto &c) { c.apply(); });
 }
 
 void lmPreferencesHost::updateGUI(const Category &category)
 {
-    if (category.preferences)
-        category.preferences->updateGUI();
-    else if (category.category)
-        category.category->updateGUI();
+    dispatch(category, [](auto &c) { c.updateGUI(); });
 }
 
 void lmPreferencesHost::storeGUI(const Category &category)
 {
-    if (category.preferences)
-        category.preferences->storeGUI();
-    else if (category.category)
-        category.category->storeGUI();
+    dispatch(category, [](auto &c) { c.storeGUI(); });
 }
 
 void lmPreferencesHost::newScene(const Category &category)
 {
-    if (category.preferences)
-        category.preferences->preferencesNewScene(lmPreferences::getData());
-    else if (category.category)
-        category.category->newScene();
+    dispatch(
+        category, [](lmPreferences &p) { p.preferencesNewScene(lmPreferences::getData()); },
+        [](lmPreferencesCategory &c) { c.newScene(); });
 }
 
 void lmPreferencesHost::setDefaultAll(bool overwrite)
 {
-    for (const Category &category : categories())
-        setDefault(category, overwrite);
+    forEachCategory([overwrite](const Category &category) { setDefault(category, overwrite); });
 }
 
-void lmPreferencesHost::applyAll()
-{
-    for (const Category &category : categories())
-        apply(category);
-}
-
-void lmPreferencesHost::updateGUIAll()
-{
-    for (const Category &category : categories())
-        updateGUI(category);
-}
-
-void lmPreferencesHost::storeGUIAll()
-{
-    for (const Category &category : categories())
-        storeGUI(category);
-}
-
-void lmPreferencesHost::newSceneAll()
-{
-    for (const Category &category : categories())
-        newScene(category);
-}
+void lmPreferencesHost::applyAll() { forEachCategory(apply); }
+void lmPreferencesHost::updateGUIAll() { forEachCategory(updateGUI); }
+void lmPreferencesHost::storeGUIAll() { forEachCategory(storeGUI); }
+void lmPreferencesHost::newSceneAll() { forEachCategory(newScene); }
 
 void lmPreferencesHost::resetUnchanged()
 {
-    for (const Category &category : registry().categories) {
-        if (category.preferences)
-            category.preferences->m_unchanged.clear();
-        else if (category.category)
-            category.category->m_unchanged.clear();
-    }
+    for (const Category &category : registry().categories)
+        resetUnchanged(category);
 }
 
 void lmPreferencesHost::resetUnchanged(const Category &category)
 {
-    if (category.preferences)
-        category.preferences->m_unchanged.clear();
-    else if (category.category)
-        category.category->m_unchanged.clear();
+    dispatch(category, [](auto &c) { c.m_unchanged.clear(); });
 }
 
 std::vector<std::string> lmPreferencesHost::unchangedKeys(const Category &category)
@@ -271,6 +263,22 @@ lmMessage *lmPreferencesHost::swapStore(lmMessage *store)
     lmMessage *previous = currentStore();
     currentStore() = store;
     return previous;
+}
+
+std::vector<std::string> lmPreferencesHost::keysReadWithoutValue()
+{
+    return registry().readWithoutValue;
+}
+
+void lmPreferencesHost::noteReadWithoutValue(const lmMessage &store, const std::string &key)
+{
+    // Scratch stores and the messages categories build for host commands
+    // say nothing about the host's keys.
+    if (&store != &hostStore())
+        return;
+    auto &keys = registry().readWithoutValue;
+    if (std::find(keys.begin(), keys.end(), key) == keys.end())
+        keys.push_back(key);
 }
 
 int lmPreferencesHost::addPagesListener(std::function<void()> listener)
@@ -294,11 +302,11 @@ void lmPreferencesHost::unregisterCategory(const void *object)
 {
     auto &categories = registry().categories;
     categories.erase(std::remove_if(categories.begin(), categories.end(),
-                                    [object](const Category &c) { return objectOf(c) == object; }),
+                                    [object](const Category &c) { return c.object() == object; }),
                      categories.end());
     auto &pages = registry().pages;
     pages.erase(std::remove_if(pages.begin(), pages.end(),
-                               [object](const Page &p) { return objectOf(p.owner) == object; }),
+                               [object](const Page &p) { return p.owner.object() == object; }),
                 pages.end());
 }
 

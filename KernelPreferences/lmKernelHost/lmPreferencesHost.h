@@ -19,19 +19,31 @@ class lmPreferencesCategory;
 class LM_HOST_API lmPreferencesHost
 {
 public:
-    // A living category: exactly one of the two pointers is set.
-    struct Category
-    {
-        lmPreferences *preferences = nullptr;
-        lmPreferencesCategory *category = nullptr;
-        QString group;
-        QString page;
-    };
-
-    struct Page
+    // Where a category's page sits in the dialog.
+    struct Place
     {
         QString group;
         QString page; // empty: the group is the page
+
+        // "group/page", or "group" for a top-level page.
+        QString path() const { return page.isEmpty() ? group : group + QLatin1Char('/') + page; }
+    };
+
+    // A living category: exactly one of the two pointers is set.
+    struct Category : Place
+    {
+        lmPreferences *preferences = nullptr;
+        lmPreferencesCategory *category = nullptr;
+
+        // The category object, whichever base it has.
+        const void *object() const
+        {
+            return preferences ? static_cast<const void *>(preferences) : static_cast<const void *>(category);
+        }
+    };
+
+    struct Page : Place
+    {
         QWidget *widget = nullptr;
         Category owner;
     };
@@ -61,13 +73,21 @@ public:
     // Makes store the one getData() returns; returns the previous one.
     static lmMessage *swapStore(lmMessage *store);
 
+    // Keys looked up in the host's own store while it held no value under
+    // them, in the order first asked for: keys a category reads but gives no
+    // default.
+    static std::vector<std::string> keysReadWithoutValue();
+
     // Called after a page is added or withdrawn.
     static int addPagesListener(std::function<void()> listener);
     static void removePagesListener(int id);
 
 private:
+    friend class lmMessage;
     friend class lmPreferences;
     friend class lmPreferencesCategory;
+
+    static void noteReadWithoutValue(const lmMessage &store, const std::string &key);
 
     static void registerCategory(const Category &category);
     static void unregisterCategory(const void *object);

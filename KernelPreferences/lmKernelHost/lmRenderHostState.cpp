@@ -1,21 +1,10 @@
 #include "lmRenderHostState.h"
 
-#include "lmHostSettings.h"
-
-namespace {
-
-// Registered while the library loads, so every reset restores the render view.
-const bool registered = [] {
-    lmHostSettings::addResetHook([] { lmRenderHostState::state() = lmRenderHostState::State(); });
-    return true;
-}();
-
-} // namespace
+#include "lmHostState.h"
 
 lmRenderHostState::State &lmRenderHostState::state()
 {
-    static State s;
-    return s;
+    return lmHostState<State>();
 }
 
 osg::NodePtr lmRenderHostState::defaultHeadlight()

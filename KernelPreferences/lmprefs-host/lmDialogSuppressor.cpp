@@ -21,8 +21,36 @@ lmDialogSuppressor::~lmDialogSuppressor()
         qApp->removeEventFilter(this);
 }
 
+namespace {
+
+bool isUserInput(QEvent::Type type)
+{
+    switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Shortcut:
+    case QEvent::Wheel:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
 bool lmDialogSuppressor::eventFilter(QObject *watched, QEvent *event)
 {
+    // A click that reached the host's dialog while a dismissed dialog's event
+    // loop runs would act on whatever store is current.
+    if (isUserInput(event->type()))
+        return true;
     if (event->type() != QEvent::Show || !watched->isWidgetType())
         return false;
     auto *dialog = qobject_cast<QDialog *>(watched);

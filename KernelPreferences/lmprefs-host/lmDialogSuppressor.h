@@ -2,8 +2,9 @@
 
 #include <QObject>
 
-// Dismisses every dialog shown while alive, before it reaches the screen:
-// used where no person can answer (the defaults pass, headless runs).
+// Dismisses every dialog shown while alive, before it reaches the screen, and
+// drops the user's input meanwhile: used where no person can answer (the
+// defaults pass, headless runs).
 class lmDialogSuppressor : public QObject
 {
 public:

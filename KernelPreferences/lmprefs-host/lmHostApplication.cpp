@@ -17,11 +17,22 @@
 #include <QSet>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
 
 bool g_noDisplay = false;
+QtMessageHandler g_qtMessages = nullptr;
+
+// The offscreen platform warns each time a dismissed dialog sizes its
+// window; that says nothing to the person reading the host's messages.
+void dropPlatformNoise(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (type == QtWarningMsg && message == QLatin1String("This plugin does not support propagateSizeHints()"))
+        return;
+    g_qtMessages(type, context, message);
+}
 
 void printOut(const QString &text)
 {
@@ -49,11 +60,13 @@ void lmHostApplication::preparePlatform(int argc, char **argv)
     for (int i = 1; i < argc; ++i)
         headless = headless || qstrcmp(argv[i], "--headless") == 0;
     const bool display = !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        return;
-    g_noDisplay = !display;
-    if (headless || !display)
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        g_noDisplay = !display;
+        if (headless || !display)
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    if (qgetenv("QT_QPA_PLATFORM") == "offscreen")
+        g_qtMessages = qInstallMessageHandler(dropPlatformNoise);
 }
 
 QStringList lmHostApplication::takeOwnArguments(int &argc, char **argv)
@@ -159,6 +172,82 @@ int lmHostApplication::writeScreenshots(const QString &folder)
     return 0;
 }
 
+namespace {
+
+// A host setting chosen by name ("--edition design"); false for an unknown name.
+template <class E>
+bool chooseSetting(const QCommandLineParser &parser, const QString &option, bool (*fromName)(const QString &, E &),
+                   void (*set)(E))
+{
+    if (!parser.isSet(option))
+        return true;
+    E value;
+    if (!fromName(parser.value(option).toLower(), value))
+        return false;
+    set(value);
+    return true;
+}
+
+} // namespace
+
+int lmHostApplication::openTrace(const QString &path)
+{
+    m_trace = std::make_unique<QFile>();
+    bool opened;
+    if (path == QLatin1String("-")) {
+        opened = m_trace->open(stdout, QIODevice::WriteOnly);
+    } else {
+        m_trace->setFileName(path);
+        opened = m_trace->open(QIODevice::WriteOnly | QIODevice::Truncate);
+    }
+    if (!opened)
+        return fail(2, QStringLiteral("cannot write the trace %1: %2").arg(path, m_trace->errorString()));
+    QFile *file = m_trace.get();
+    m_traceListener = lmCallLog::addListener([file](const QString &line) {
+        file->write(line.toUtf8() + '\n');
+        file->flush();
+    });
+    return 0;
+}
+
+int lmHostApplication::setValues(const QStringList &assignments)
+{
+    const lmMessage &store = lmPreferences::getData();
+    const std::vector<std::string> readWithoutValue = lmPreferencesHost::keysReadWithoutValue();
+    for (const QString &assignment : assignments) {
+        const int equals = assignment.indexOf(QLatin1Char('='));
+        const QString key = assignment.left(equals);
+        const QString text = assignment.mid(equals + 1);
+        const std::string stdKey = key.toStdString();
+        boost::any value;
+        QString reason;
+        bool parsed;
+        if (store.contains(stdKey))
+            parsed = lmValueParser::parse(text, store.get(stdKey), value, &reason);
+        else if (std::find(readWithoutValue.begin(), readWithoutValue.end(), stdKey) != readWithoutValue.end())
+            parsed = lmValueParser::parseUntyped(text, value, &reason); // e.g. "texture search paths"
+        else
+            return fail(2, QStringLiteral("unknown preference key \"%1\"").arg(key));
+        if (!parsed)
+            return fail(2, QStringLiteral("bad value for \"%1\": %2").arg(key, reason));
+        m_session->setValue(stdKey, value);
+    }
+    if (!assignments.isEmpty())
+        lmPreferencesHost::updateGUIAll();
+    return 0;
+}
+
+void lmHostApplication::printDifferences()
+{
+    for (const lmPreferencesSession::Difference &difference : m_session->differences()) {
+        const QString key = QString::fromStdString(difference.key);
+        const QString defaultText = lmValueParser::text(difference.defaultValue);
+        printOut(difference.value.empty()
+                     ? QStringLiteral("%1 is missing (default: %2)\n").arg(key, defaultText)
+                     : QStringLiteral("%1=%2 (default: %3)\n").arg(key, lmValueParser::text(difference.value), defaultText));
+    }
+}
+
 int lmHostApplication::execute(const QStringList &arguments)
 {
     QCommandLineParser parser;
@@ -169,49 +258,28 @@ int lmHostApplication::execute(const QStringList &arguments)
                        "order, and exits."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    const QCommandLineOption preferences(
-        QStringLiteral("preferences"),
-        QStringLiteral("The store file to load and save (default: %1).").arg(defaultStorePath()), QStringLiteral("file"));
-    const QCommandLineOption plugin(
-        QStringLiteral("plugin"),
-        QStringLiteral("The plug-in module to load (default: lmKernelPreferences.so beside this program)."),
-        QStringLiteral("file"));
-    const QCommandLineOption edition(
-        QStringLiteral("edition"), QStringLiteral("The host's edition: professional (default), design, essentials or restricted."),
-        QStringLiteral("edition"));
-    const QCommandLineOption appName(QStringLiteral("app-name"), QStringLiteral("The host's application name."),
-                                     QStringLiteral("name"));
-    const QCommandLineOption dataDir(QStringLiteral("data-dir"), QStringLiteral("The host's data folder."),
-                                     QStringLiteral("dir"));
-    const QCommandLineOption language(
-        QStringLiteral("language"),
-        QStringLiteral("The host's display language: english (default), chinese, japanese or korean."),
-        QStringLiteral("language"));
-    const QCommandLineOption headless(QStringLiteral("headless"),
-                                      QStringLiteral("No window: run start-up and the actions below, then exit."));
-    const QCommandLineOption set(
-        QStringLiteral("set"),
-        QStringLiteral("Write a value under an existing key, typed as the key's current type (colours and lists "
-                       "as JSON, e.g. [0.5, 0.5, 1]); repeatable. Then update the pages."),
-        QStringLiteral("key=value"));
-    const QCommandLineOption accept(QStringLiteral("accept"),
-                                    QStringLiteral("Do what OK does: store the pages, apply, save."));
-    const QCommandLineOption dumpStore(QStringLiteral("dump-store"),
-                                       QStringLiteral("Print the store as its JSON document."));
-    const QCommandLineOption listPages(QStringLiteral("list-pages"),
-                                       QStringLiteral("Print one line per page in dialog order: group/page."));
-    const QCommandLineOption trace(
-        QStringLiteral("trace"),
-        QStringLiteral("Write every host call, one per line, as it happens from start-up on (- for standard output)."),
-        QStringLiteral("file"));
-    const QCommandLineOption screenshots(QStringLiteral("screenshots"),
-                                         QStringLiteral("Save every page as a PNG named after its group and page."),
-                                         QStringLiteral("dir"));
-    const QCommandLineOption diffDefaults(
-        QStringLiteral("diff-defaults"),
-        QStringLiteral("Print the keys whose stored values differ from their defaults: key=value (default: value)."));
-    parser.addOptions({preferences, plugin, edition, appName, dataDir, language, headless, set, accept, dumpStore,
-                       listPages, trace, screenshots, diffDefaults});
+    // Options are looked up by their names below.
+    parser.addOptions({
+        {"preferences", QStringLiteral("The store file to load and save (default: %1).").arg(defaultStorePath()), "file"},
+        {"plugin", "The plug-in module to load (default: lmKernelPreferences.so beside this program).", "file"},
+        {"edition", "The host's edition: professional (default), design, essentials or restricted.", "edition"},
+        {"app-name", "The host's application name.", "name"},
+        {"data-dir", "The host's data folder.", "dir"},
+        {"language", "The host's display language: english (default), chinese, japanese or korean.", "language"},
+        {"headless", "No window: run start-up and the actions below, then exit."},
+        {"set",
+         "Write a value under an existing key, typed as the key's current type (colours and lists as JSON, e.g. "
+         "[0.5, 0.5, 1]; a key a page reads but that holds no value yet takes the type its JSON shows); "
+         "repeatable. Then update the pages.",
+         "key=value"},
+        {"accept", "Do what OK does: store the pages, apply, save."},
+        {"dump-store", "Print the store as its JSON document."},
+        {"list-pages", "Print one line per page in dialog order: group/page."},
+        {"trace", "Write every host call, one per line, as it happens from start-up on (- for standard output).",
+         "file"},
+        {"screenshots", "Save every page as a PNG named after its group and page.", "dir"},
+        {"diff-defaults", "Print the keys whose stored values differ from their defaults: key=value (default: value)."},
+    });
 
     if (!parser.parse(arguments))
         return fail(2, parser.errorText());
@@ -227,56 +295,37 @@ int lmHostApplication::execute(const QStringList &arguments)
         return fail(2, QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().first()));
 
     // Host settings.
-    if (parser.isSet(edition)) {
-        lmHostSettings::Edition value;
-        if (!lmHostSettings::editionFromName(parser.value(edition).toLower(), value))
-            return fail(2, QStringLiteral("unknown edition \"%1\" (professional, design, essentials or restricted)")
-                               .arg(parser.value(edition)));
-        lmHostSettings::setEdition(value);
-    }
-    if (parser.isSet(language)) {
-        lmHostSettings::Language value;
-        if (!lmHostSettings::languageFromName(parser.value(language).toLower(), value))
-            return fail(2, QStringLiteral("unknown language \"%1\" (english, chinese, japanese or korean)")
-                               .arg(parser.value(language)));
-        lmHostSettings::setDisplayLanguage(value);
-    }
-    if (parser.isSet(appName))
-        lmHostSettings::setApplicationName(parser.value(appName));
-    if (parser.isSet(dataDir))
-        lmHostSettings::setDataDir(parser.value(dataDir));
+    if (!chooseSetting(parser, QStringLiteral("edition"), lmHostSettings::editionFromName, lmHostSettings::setEdition))
+        return fail(2, QStringLiteral("unknown edition \"%1\" (professional, design, essentials or restricted)")
+                           .arg(parser.value(QStringLiteral("edition"))));
+    if (!chooseSetting(parser, QStringLiteral("language"), lmHostSettings::languageFromName,
+                       lmHostSettings::setDisplayLanguage))
+        return fail(2, QStringLiteral("unknown language \"%1\" (english, chinese, japanese or korean)")
+                           .arg(parser.value(QStringLiteral("language"))));
+    if (parser.isSet(QStringLiteral("app-name")))
+        lmHostSettings::setApplicationName(parser.value(QStringLiteral("app-name")));
+    if (parser.isSet(QStringLiteral("data-dir")))
+        lmHostSettings::setDataDir(parser.value(QStringLiteral("data-dir")));
 
-    const QStringList assignments = parser.values(set);
+    const QStringList assignments = parser.values(QStringLiteral("set"));
     for (const QString &assignment : assignments)
         if (assignment.indexOf(QLatin1Char('=')) <= 0)
             return fail(2, QStringLiteral("--set expects KEY=VALUE, not \"%1\"").arg(assignment));
 
-    const bool isHeadless = parser.isSet(headless);
+    const bool isHeadless = parser.isSet(QStringLiteral("headless"));
     if (!isHeadless && g_noDisplay)
         return fail(1, QStringLiteral("no display to open the window on (DISPLAY is not set); use --headless"));
 
-    const QString storePath = parser.isSet(preferences) ? parser.value(preferences) : defaultStorePath();
+    const QString storePath = parser.isSet(QStringLiteral("preferences")) ? parser.value(QStringLiteral("preferences"))
+                                                                          : defaultStorePath();
     if (QFileInfo(storePath).isDir())
         return fail(2, QStringLiteral("the preferences file %1 is a folder").arg(storePath));
-
-    if (parser.isSet(trace)) {
-        const QString path = parser.value(trace);
-        m_trace = std::make_unique<QFile>();
-        bool opened;
-        if (path == QLatin1String("-")) {
-            opened = m_trace->open(stdout, QIODevice::WriteOnly);
-        } else {
-            m_trace->setFileName(path);
-            opened = m_trace->open(QIODevice::WriteOnly | QIODevice::Truncate);
-        }
-        if (!opened)
-            return fail(2, QStringLiteral("cannot write the trace %1: %2").arg(path, m_trace->errorString()));
-        QFile *file = m_trace.get();
-        m_traceListener = lmCallLog::addListener([file](const QString &line) {
-            file->write(line.toUtf8() + '\n');
-            file->flush();
-        });
-    }
+    const QString screenshots = parser.value(QStringLiteral("screenshots"));
+    if (parser.isSet(QStringLiteral("screenshots")) && !QDir().mkpath(screenshots))
+        return fail(2, QStringLiteral("cannot create the screenshot folder %1").arg(screenshots));
+    if (parser.isSet(QStringLiteral("trace")))
+        if (const int status = openTrace(parser.value(QStringLiteral("trace"))))
+            return status;
 
     // Nobody can answer a dialog in a headless run (a page may ask, e.g. the
     // language restart notice): dismiss each one and say so.
@@ -288,56 +337,38 @@ int lmHostApplication::execute(const QStringList &arguments)
     m_session = std::make_unique<lmPreferencesSession>(storePath);
     for (const QString &line : m_session->loadStore())
         printError(line);
-    const QString pluginPath = parser.isSet(plugin)
-                                   ? parser.value(plugin)
-                                   : QCoreApplication::applicationDirPath() + QStringLiteral("/lmKernelPreferences.so");
-    if (const int status = loadPlugin(pluginPath, parser.isSet(plugin)))
+    const bool pluginGiven = parser.isSet(QStringLiteral("plugin"));
+    const QString pluginPath = pluginGiven ? parser.value(QStringLiteral("plugin"))
+                                           : QCoreApplication::applicationDirPath() + QStringLiteral("/lmKernelPreferences.so");
+    if (const int status = loadPlugin(pluginPath, pluginGiven))
         return status;
     m_session->startUp();
 
     // The actions, in the documented order.
-    lmMessage &store = lmPreferences::getData();
-    for (const QString &assignment : assignments) {
-        const int equals = assignment.indexOf(QLatin1Char('='));
-        const QString key = assignment.left(equals);
-        const boost::any &current = store.get(key.toStdString());
-        if (current.empty())
-            return fail(2, QStringLiteral("unknown preference key \"%1\"").arg(key));
-        boost::any value;
-        QString reason;
-        if (!lmValueParser::parse(assignment.mid(equals + 1), current, value, &reason))
-            return fail(2, QStringLiteral("bad value for \"%1\": %2").arg(key, reason));
-        m_session->setValue(key.toStdString(), value);
-    }
-    if (!assignments.isEmpty())
-        lmPreferencesHost::updateGUIAll();
-
-    if (parser.isSet(accept) && !m_session->accept())
+    if (const int status = setValues(assignments))
+        return status;
+    if (parser.isSet(QStringLiteral("accept")) && !m_session->accept())
         return fail(1, m_session->errorString());
-    if (parser.isSet(dumpStore)) {
+    if (parser.isSet(QStringLiteral("dump-store"))) {
         QStringList skipped;
-        printOut(QString::fromUtf8(lmStoreDocument::write(store, &skipped)));
+        printOut(QString::fromUtf8(lmStoreDocument::write(lmPreferences::getData(), &skipped)));
         if (!skipped.isEmpty())
             printError(QStringLiteral("keys of no preference type left out: %1").arg(skipped.join(QStringLiteral(", "))));
     }
-    if (parser.isSet(listPages))
+    if (parser.isSet(QStringLiteral("list-pages")))
         for (const lmPreferencesHost::Page &page : lmPreferencesHost::pages())
-            printOut((page.page.isEmpty() ? page.group : page.group + QLatin1Char('/') + page.page) + QLatin1Char('\n'));
-    if (parser.isSet(screenshots))
-        if (const int status = writeScreenshots(parser.value(screenshots)))
+            printOut(page.path() + QLatin1Char('\n'));
+    if (parser.isSet(QStringLiteral("screenshots")))
+        if (const int status = writeScreenshots(screenshots))
             return status;
-    if (parser.isSet(diffDefaults))
-        for (const lmPreferencesSession::Difference &difference : m_session->differences()) {
-            const QString key = QString::fromStdString(difference.key);
-            const QString defaultText = lmValueParser::text(difference.defaultValue);
-            printOut(difference.value.empty()
-                         ? QStringLiteral("%1 is missing (default: %2)\n").arg(key, defaultText)
-                         : QStringLiteral("%1=%2 (default: %3)\n").arg(key, lmValueParser::text(difference.value), defaultText));
-        }
+    if (parser.isSet(QStringLiteral("diff-defaults")))
+        printDifferences();
     std::fflush(stdout);
 
     if (isHeadless)
         return 0;
-    dialog().exec();
+    // OK closes the dialog even when the save failed (and said so).
+    if (dialog().exec() == QDialog::Accepted && !m_session->errorString().isEmpty())
+        return 1;
     return 0;
 }

@@ -41,6 +41,9 @@ private:
     int execute(const QStringList &arguments);
     int fail(int status, const QString &message);
     int loadPlugin(const QString &path, bool given);
+    int openTrace(const QString &path);
+    int setValues(const QStringList &assignments);
+    void printDifferences();
     int writeScreenshots(const QString &folder);
     lmPreferencesDialog &dialog();
     void shutDown();

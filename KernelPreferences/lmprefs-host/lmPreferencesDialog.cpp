@@ -31,11 +31,8 @@
 namespace {
 
 const int kPageRole = Qt::UserRole + 1;
-
-QString pathOf(const lmPreferencesHost::Page &page)
-{
-    return page.page.isEmpty() ? page.group : page.group + QLatin1Char('/') + page.page;
-}
+// Set on a group whose own page the search left out but whose pages it kept.
+const int kFilteredOutRole = Qt::UserRole + 2;
 
 // A page whose name repeats its group's is the group's own page.
 bool isGroupPage(const lmPreferencesHost::Page &page)
@@ -53,14 +50,43 @@ QString plainText(const QString &text)
     return plain;
 }
 
-// Every text a person reads on a page: titles, labels, button and check-box
-// texts, combo items, tab names and tool tips.
+enum class HiddenOnPage { ForGood, OrOnAnotherTab };
+
+// Hidden for good (by an edition rule, say), rather than out of sight on
+// another tab or inside a collapsed frame; the page itself need not be shown.
+bool hiddenOnPage(const QWidget *widget, const QWidget *page, HiddenOnPage how = HiddenOnPage::ForGood)
+{
+    for (const QWidget *w = widget; w && w != page; w = w->parentWidget()) {
+        if (!w->testAttribute(Qt::WA_WState_ExplicitShowHide) || !w->testAttribute(Qt::WA_WState_Hidden))
+            continue;
+        const QWidget *parent = w->parentWidget();
+        if (qobject_cast<const QStackedWidget *>(parent) ? how == HiddenOnPage::ForGood
+                                                          : parent && parent->property("collapsed").toBool())
+            continue;
+        return true;
+    }
+    return false;
+}
+
+// How much a scroll area would have to grow to show all its contents.
+QSize hiddenPart(const QScrollArea *area)
+{
+    const QWidget *contents = area->widget();
+    if (!contents)
+        return QSize();
+    return contents->sizeHint().expandedTo(contents->minimumSizeHint()) - area->viewport()->size();
+}
+
+// Every text a person can find on a page: titles, labels, button and
+// check-box texts, combo items, tab names and tool tips.
 QStringList textsOf(QWidget *page)
 {
     QStringList texts;
     QList<QWidget *> widgets = page->findChildren<QWidget *>();
     widgets.prepend(page);
     for (QWidget *widget : widgets) {
+        if (hiddenOnPage(widget, page))
+            continue;
         texts << widget->toolTip();
         if (auto *label = qobject_cast<QLabel *>(widget))
             texts << plainText(label->text());
@@ -94,6 +120,7 @@ lmPreferencesDialog::lmPreferencesDialog(lmPreferencesSession &session, QWidget 
     m_search->setClearButtonEnabled(true);
     m_tree = new QTreeWidget;
     m_tree->setHeaderHidden(true);
+    m_tree->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_tree->setColumnCount(1);
     auto *left = new QWidget;
     auto *leftLayout = new QVBoxLayout(left);
@@ -163,7 +190,11 @@ lmPreferencesDialog::lmPreferencesDialog(lmPreferencesSession &session, QWidget 
 
     for (const QString &line : lmCallLog::lines())
         m_callLog->appendPlainText(line);
-    m_callLogListener = lmCallLog::addListener([this](const QString &line) { m_callLog->appendPlainText(line); });
+    showLatestCall();
+    m_callLogListener = lmCallLog::addListener([this](const QString &line) {
+        m_callLog->appendPlainText(line);
+        showLatestCall();
+    });
     // Pages are withdrawn inside category destructors: hand them back at once.
     m_pagesListener = lmPreferencesHost::addPagesListener([this] { rebuild(); });
 
@@ -255,13 +286,18 @@ void lmPreferencesDialog::rebuild()
 
     // Learning the defaults runs each category's setDefault: not from inside
     // the constructor or destructor that added or withdrew the page.
-    if (!m_boldQueued) {
-        m_boldQueued = true;
-        QTimer::singleShot(0, this, [this] {
-            m_boldQueued = false;
-            refreshBold();
-        });
-    }
+    queueRefreshBold();
+}
+
+void lmPreferencesDialog::queueRefreshBold()
+{
+    if (m_boldQueued)
+        return;
+    m_boldQueued = true;
+    QTimer::singleShot(0, this, [this] {
+        m_boldQueued = false;
+        refreshBold();
+    });
 }
 
 const lmPreferencesDialog::PageEntry *lmPreferencesDialog::entryOf(const QTreeWidgetItem *item) const
@@ -297,40 +333,44 @@ bool lmPreferencesDialog::showPage(QWidget *page)
     return true;
 }
 
+bool lmPreferencesDialog::isKept(const QTreeWidgetItem *item) const
+{
+    if (!entryOf(item) || item->data(0, kFilteredOutRole).toBool())
+        return false;
+    for (; item; item = item->parent())
+        if (item->isHidden())
+            return false;
+    return true;
+}
+
 void lmPreferencesDialog::currentItemChanged(QTreeWidgetItem *item)
 {
-    if (item && !entryOf(item)) {
-        // A group without a page of its own opens its first visible page.
+    if (item && !isKept(item)) {
+        // A group without a page of its own (or whose page the search left
+        // out) opens its first page.
         for (int i = 0; i < item->childCount(); ++i)
-            if (!item->child(i)->isHidden() && entryOf(item->child(i))) {
+            if (isKept(item->child(i))) {
                 item = item->child(i);
                 m_tree->setCurrentItem(item);
                 break;
             }
     }
-    const PageEntry *entry = entryOf(item);
-    if (!entry || (item && item->isHidden())) {
+    if (!isKept(item)) {
         m_title->clear();
         m_stack->setCurrentWidget(m_empty);
         return;
     }
-    m_title->setText(entry->page.page.isEmpty() || entry->page.page == entry->page.group
-                         ? entry->page.group
-                         : entry->page.group + QStringLiteral(" / ") + entry->page.page);
-    m_stack->setCurrentWidget(entry->area);
+    const lmPreferencesHost::Page &page = entryOf(item)->page;
+    m_title->setText(isGroupPage(page) ? page.group : page.group + QStringLiteral(" / ") + page.page);
+    m_stack->setCurrentWidget(entryOf(item)->area);
 }
 
 QStringList lmPreferencesDialog::visiblePages() const
 {
     QStringList paths;
-    for (QTreeWidgetItemIterator it(m_tree); *it; ++it) {
-        const PageEntry *entry = entryOf(*it);
-        bool shown = entry != nullptr;
-        for (const QTreeWidgetItem *item = *it; item && shown; item = item->parent())
-            shown = !item->isHidden();
-        if (shown)
-            paths << pathOf(entry->page);
-    }
+    for (QTreeWidgetItemIterator it(m_tree); *it; ++it)
+        if (isKept(*it))
+            paths << entryOf(*it)->page.path();
     return paths;
 }
 
@@ -342,7 +382,7 @@ bool lmPreferencesDialog::isBold(const QWidget *page) const
 
 bool lmPreferencesDialog::pageMatches(const PageEntry &entry, const QString &needle) const
 {
-    if (pathOf(entry.page).contains(needle, Qt::CaseInsensitive))
+    if (entry.page.path().contains(needle, Qt::CaseInsensitive))
         return true;
     const QStringList texts = textsOf(entry.page.widget);
     return std::any_of(texts.begin(), texts.end(),
@@ -363,36 +403,40 @@ void lmPreferencesDialog::setFilter(const QString &text)
             child->setHidden(!shown);
             anyChild = anyChild || shown;
         }
-        const bool groupShown = needle.isEmpty() || anyChild || (own && pageMatches(*own, needle))
-                                || group->text(0).contains(needle, Qt::CaseInsensitive);
-        group->setHidden(!groupShown);
-        if (groupShown && !needle.isEmpty())
+        const bool groupMatches = needle.isEmpty() || group->text(0).contains(needle, Qt::CaseInsensitive)
+                                  || (own && pageMatches(*own, needle));
+        group->setHidden(!groupMatches && !anyChild);
+        // A group page shown only to hold the pages the search kept: greyed.
+        const bool filteredOut = own && !groupMatches;
+        group->setData(0, kFilteredOutRole, filteredOut);
+        group->setData(0, Qt::ForegroundRole,
+                       filteredOut ? QVariant(palette().brush(QPalette::Disabled, QPalette::Text)) : QVariant());
+        if (anyChild && !needle.isEmpty())
             group->setExpanded(true);
     }
 
     QTreeWidgetItem *current = m_tree->currentItem();
-    bool currentShown = current && entryOf(current);
-    for (QTreeWidgetItem *item = current; item && currentShown; item = item->parent())
-        currentShown = !item->isHidden();
-    if (currentShown) {
+    if (isKept(current)) {
         currentItemChanged(current);
         return;
     }
-    for (QTreeWidgetItemIterator it(m_tree); *it; ++it) {
-        bool shown = entryOf(*it) != nullptr;
-        for (QTreeWidgetItem *item = *it; item && shown; item = item->parent())
-            shown = !item->isHidden();
-        if (shown) {
+    for (QTreeWidgetItemIterator it(m_tree); *it; ++it)
+        if (isKept(*it)) {
             m_tree->setCurrentItem(*it);
             currentItemChanged(*it);
             return;
         }
-    }
     currentItemChanged(nullptr);
 }
 
 void lmPreferencesDialog::refreshBold()
 {
+    // Called from the event loop of a dialog that a category opened while
+    // writing its defaults into the scratch store: later, on the real store.
+    if (m_session.isLearning()) {
+        queueRefreshBold();
+        return;
+    }
     for (const PageEntry &entry : m_entries) {
         const bool changed = m_session.differsFromDefaults(entry.page.owner);
         QFont font = entry.item->font(0);
@@ -444,7 +488,7 @@ void lmPreferencesDialog::restoreDefaults()
     const PageEntry *entry = entryOf(m_tree->currentItem());
     if (!entry)
         return;
-    mark(tr("Restore Defaults: %1").arg(pathOf(entry->page)));
+    mark(tr("Restore Defaults: %1").arg(entry->page.path()));
     m_session.restoreDefaults(entry->page.owner);
     refreshBold();
 }
@@ -461,30 +505,42 @@ void lmPreferencesDialog::showEvent(QShowEvent *event)
     if (!event->spontaneous())
         m_session.beginEditing();
     QDialog::showEvent(event);
-    QTimer::singleShot(0, m_callLog, [log = m_callLog] {
-        log->verticalScrollBar()->setValue(log->verticalScrollBar()->maximum());
-    });
+    QTimer::singleShot(0, this, [this] { showLatestCall(); });
+}
+
+void lmPreferencesDialog::showLatestCall()
+{
+    // The start of the newest line: calls with many arguments run off to the
+    // right.
+    m_callLog->moveCursor(QTextCursor::End);
+    m_callLog->moveCursor(QTextCursor::StartOfBlock);
 }
 
 QPixmap lmPreferencesDialog::grabPage(QWidget *page)
 {
     const QSize size = this->size();
+    QWidget *shown = currentPage();
     if (!showPage(page))
         return QPixmap();
     grab(); // lays the dialog out
-    m_callLog->verticalScrollBar()->setValue(m_callLog->verticalScrollBar()->maximum());
+    showLatestCall();
     QPixmap pixmap = grab();
-    // Grow until the page needs no scrolling; the splitters share out the
-    // extra space, so this may take a few rounds.
+    // Grow until neither the page (nor a scroll area of its own) nor the
+    // tree needs scrolling; the splitters share out the extra space, so this
+    // may take a few rounds.
     const QScrollArea *area = m_entries[page].area;
     for (int round = 0; round < 8; ++round) {
-        const int hiddenHeight = area->verticalScrollBar()->maximum();
-        const int hiddenWidth = area->horizontalScrollBar()->maximum();
-        if (hiddenHeight <= 0 && hiddenWidth <= 0)
+        QSize hidden = hiddenPart(area).expandedTo(QSize(0, m_tree->verticalScrollBar()->maximum()));
+        for (const QScrollArea *inner : page->findChildren<QScrollArea *>())
+            if (!hiddenOnPage(inner, page, HiddenOnPage::OrOnAnotherTab))
+                hidden = hidden.expandedTo(hiddenPart(inner));
+        if (hidden.height() <= 0 && hidden.width() <= 0)
             break;
-        resize(this->size() + QSize(hiddenWidth, hiddenHeight));
+        resize(this->size() + hidden.expandedTo(QSize(0, 0)));
         pixmap = grab();
     }
     resize(size);
+    if (shown)
+        showPage(shown);
     return pixmap;
 }

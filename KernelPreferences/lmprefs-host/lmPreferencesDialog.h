@@ -44,7 +44,8 @@ public:
     QStringList visiblePages() const;
     bool isBold(const QWidget *page) const;
 
-    // The dialog with this page shown, tall enough to show all of it.
+    // The dialog with this page shown, tall enough to show all of it; then
+    // the dialog is as it was.
     QPixmap grabPage(QWidget *page);
 
 public Q_SLOTS:
@@ -68,9 +69,13 @@ private:
     };
 
     void rebuild();
+    void queueRefreshBold();
+    void showLatestCall();
     void releasePage(QWidget *page);
     void currentItemChanged(QTreeWidgetItem *item);
     const PageEntry *entryOf(const QTreeWidgetItem *item) const;
+    // A page item the search kept, under groups that are shown.
+    bool isKept(const QTreeWidgetItem *item) const;
     bool pageMatches(const PageEntry &entry, const QString &needle) const;
     bool commit();
     void mark(const QString &what);

@@ -4,11 +4,7 @@
 #include "lmDialogSuppressor.h"
 #include "lmPreferences.h"
 
-#include <QApplication>
-#include <QDialog>
-#include <QEvent>
-#include <QPointer>
-#include <QTimer>
+#include <QScopeGuard>
 
 #include <cstdio>
 
@@ -37,12 +33,6 @@ lmPreferencesSession::~lmPreferencesSession()
     lmPreferencesHost::removePagesListener(m_pagesListener);
 }
 
-const void *lmPreferencesSession::objectOf(const Category &category)
-{
-    return category.preferences ? static_cast<const void *>(category.preferences)
-                                : static_cast<const void *>(category.category);
-}
-
 QStringList lmPreferencesSession::loadStore()
 {
     m_file.load(lmPreferences::getData());
@@ -52,6 +42,9 @@ QStringList lmPreferencesSession::loadStore()
 void lmPreferencesSession::startUp()
 {
     lmPreferencesHost::setDefaultAll(false);
+    // Now, before any window or timer of the host's exists, rather than
+    // lazily from inside the dialog's event handling.
+    learnDefaults();
     lmPreferencesHost::resetUnchanged();
     lmPreferencesHost::applyAll();
     lmPreferencesHost::resetUnchanged();
@@ -62,7 +55,7 @@ bool lmPreferencesSession::accept()
 {
     lmPreferencesHost::storeGUIAll();
     for (const Category &category : lmPreferencesHost::categories())
-        if (m_pushAllInFull || m_pushInFull.count(objectOf(category)))
+        if (m_pushAllInFull || m_pushInFull.count(category.object()))
             lmPreferencesHost::resetUnchanged(category);
     lmPreferencesHost::applyAll();
     lmPreferencesHost::resetUnchanged();
@@ -76,7 +69,7 @@ void lmPreferencesSession::restoreDefaults(const Category &category)
 {
     lmPreferencesHost::setDefault(category, true);
     lmPreferencesHost::updateGUI(category);
-    m_pushInFull.insert(objectOf(category));
+    m_pushInFull.insert(category.object());
 }
 
 void lmPreferencesSession::restoreAllDefaults()
@@ -91,7 +84,7 @@ void lmPreferencesSession::setValue(const std::string &key, const boost::any &va
     bool owned = false;
     for (const Category &category : lmPreferencesHost::categories())
         if (defaultsOf(category).contains(key)) {
-            m_pushInFull.insert(objectOf(category));
+            m_pushInFull.insert(category.object());
             owned = true;
         }
     m_pushAllInFull = m_pushAllInFull || !owned;
@@ -119,6 +112,8 @@ void lmPreferencesSession::learn(const Category &category)
     const int logged = lmCallLog::size();
     lmMessage defaults;
     {
+        const auto restore = qScopeGuard([this, wasLearning = m_learning] { m_learning = wasLearning; });
+        m_learning = true;
         ScratchStore store;
         lmDialogSuppressor suppressor;
         lmPreferencesHost::setDefault(category, true);
@@ -126,16 +121,23 @@ void lmPreferencesSession::learn(const Category &category)
     }
     if (lmCallLog::size() != logged)
         std::fprintf(stderr, "lmprefs-host: the category \"%s\" made host calls while writing its defaults\n",
-                     qPrintable(category.page.isEmpty() ? category.group : category.group + '/' + category.page));
-    m_defaults[objectOf(category)] = std::move(defaults);
+                     qPrintable(category.path()));
+    m_defaults[category.object()] = std::move(defaults);
+}
+
+void lmPreferencesSession::learnDefaults()
+{
+    m_defaults.clear();
+    for (const Category &category : lmPreferencesHost::categories())
+        learn(category);
 }
 
 const lmMessage &lmPreferencesSession::defaultsOf(const Category &category)
 {
-    auto it = m_defaults.find(objectOf(category));
+    auto it = m_defaults.find(category.object());
     if (it == m_defaults.end()) {
         learn(category);
-        it = m_defaults.find(objectOf(category));
+        it = m_defaults.find(category.object());
     }
     return it->second;
 }

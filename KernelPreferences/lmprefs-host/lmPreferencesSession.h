@@ -35,8 +35,9 @@ public:
     // the defaults. Returns what happened, one line each.
     QStringList loadStore();
 
-    // After the categories exist: defaults for keys the store lacks, the
-    // initial apply with every key counting as changed, pages from the store.
+    // After the categories exist: defaults for keys the store lacks, what
+    // each category's defaults are, the initial apply with every key counting
+    // as changed, pages from the store.
     void startUp();
 
     // OK and Apply: pages to store, apply, unchanged sets reset, save.
@@ -63,6 +64,12 @@ public:
     // write into an empty scratch store. Modal dialogs a category opens while
     // writing its defaults are dismissed unseen.
     const lmMessage &defaultsOf(const Category &category);
+    // Learns (again) the defaults of every category.
+    void learnDefaults();
+    // True while a category writes its defaults into the scratch store: a
+    // dialog it opens then runs an event loop, and whatever that loop
+    // delivers must not read or write the store.
+    bool isLearning() const { return m_learning; }
     bool differsFromDefaults(const Category &category);
 
     struct Difference
@@ -75,7 +82,6 @@ public:
     std::vector<Difference> differences();
 
 private:
-    static const void *objectOf(const Category &category);
     void learn(const Category &category);
 
     lmStoreFile m_file;
@@ -87,5 +93,6 @@ private:
     std::set<const void *> m_snapshotPushInFull;
     bool m_snapshotPushAllInFull = false;
     std::map<const void *, lmMessage> m_defaults;
+    bool m_learning = false;
     int m_pagesListener = 0;
 };

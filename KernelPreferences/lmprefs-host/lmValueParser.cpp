@@ -5,6 +5,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -33,6 +34,16 @@ bool parseNumber(const QString &text, T &out)
     return result.ec == std::errc() && result.ptr == end;
 }
 
+template <class T>
+bool parseNumberAs(const QString &text, const char *expected, boost::any &out, QString *error)
+{
+    T value{};
+    if (!parseNumber(text, value))
+        return fail(error, QStringLiteral("expected %1, found \"%2\"").arg(QLatin1String(expected), text));
+    out = value;
+    return true;
+}
+
 // Lists and colours are written as in the store file; a bare JSON value is
 // wrapped so that the document reader can parse it.
 bool parseJson(const QString &text, const QString &type, boost::any &out, QString *error)
@@ -54,25 +65,13 @@ bool parse(const QString &text, const boost::any &like, boost::any &out, QString
 {
     const QString type = lmStoreDocument::typeName(like);
     if (type == QLatin1String("int")) {
-        int v = 0;
-        if (!parseNumber(text, v))
-            return fail(error, QStringLiteral("expected an int, found \"%1\"").arg(text));
-        out = v;
+        return parseNumberAs<int>(text, "an int", out, error);
     } else if (type == QLatin1String("uint")) {
-        unsigned int v = 0;
-        if (text.trimmed().startsWith('-') || !parseNumber(text, v))
-            return fail(error, QStringLiteral("expected an unsigned int, found \"%1\"").arg(text));
-        out = v;
+        return parseNumberAs<unsigned int>(text, "an unsigned int", out, error);
     } else if (type == QLatin1String("float")) {
-        float v = 0;
-        if (!parseNumber(text, v))
-            return fail(error, QStringLiteral("expected a float, found \"%1\"").arg(text));
-        out = v;
+        return parseNumberAs<float>(text, "a float", out, error);
     } else if (type == QLatin1String("double")) {
-        double v = 0;
-        if (!parseNumber(text, v))
-            return fail(error, QStringLiteral("expected a double, found \"%1\"").arg(text));
-        out = v;
+        return parseNumberAs<double>(text, "a double", out, error);
     } else if (type == QLatin1String("bool")) {
         const QString word = text.trimmed().toLower();
         if (word == QLatin1String("true") || word == QLatin1String("1"))
@@ -91,6 +90,34 @@ bool parse(const QString &text, const boost::any &like, boost::any &out, QString
         return fail(error, QStringLiteral("the key holds a value of no preference type"));
     }
     return true;
+}
+
+bool parseUntyped(const QString &text, boost::any &out, QString *error)
+{
+    const QString word = text.trimmed();
+    if (word == QLatin1String("true") || word == QLatin1String("false")) {
+        out = word == QLatin1String("true");
+        return true;
+    }
+    const QString expected = QStringLiteral("the key holds no value yet, so its type is told by the value: true, "
+                                            "false or a JSON list of strings, numbers or [r, g, b] colours");
+    const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());
+    const QJsonArray items = document.array();
+    if (!document.isArray() || items.isEmpty())
+        return fail(error, expected);
+    auto all = [&items](bool (QJsonValue::*is)() const) {
+        return std::all_of(items.begin(), items.end(), [is](const QJsonValue &item) { return (item.*is)(); });
+    };
+    QString type;
+    if (all(&QJsonValue::isString))
+        type = QStringLiteral("strings");
+    else if (all(&QJsonValue::isDouble))
+        type = QStringLiteral("floats");
+    else if (all(&QJsonValue::isArray))
+        type = QStringLiteral("colors");
+    else
+        return fail(error, expected);
+    return lmStoreDocument::readValue(type, items, out, error);
 }
 
 QString text(const boost::any &value)

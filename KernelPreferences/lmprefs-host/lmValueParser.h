@@ -12,6 +12,11 @@ namespace lmValueParser {
 // Reads text as a value of the same type as like; false with the reason.
 bool parse(const QString &text, const boost::any &like, boost::any &out, QString *error);
 
+// Reads text as the type its JSON form shows: true or false, or a non-empty
+// list of strings, of numbers (floats) or of [r, g, b] colours. For a key
+// that a category reads but that holds no value yet to take the type from.
+bool parseUntyped(const QString &text, boost::any &out, QString *error);
+
 // The value in the same syntax; parse() reads it back to the same value.
 QString text(const boost::any &value);
 

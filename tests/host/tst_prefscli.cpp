@@ -147,6 +147,58 @@ private slots:
         QCOMPARE(fileBytes(store() + ".bak"), saved);
     }
 
+    // A value of every type, and a key that a page reads but gives no
+    // default (its type comes from the value), reach the store and the host.
+    void setTakesEveryValueType()
+    {
+        const QString trace = m_dir.filePath("set-trace.txt");
+        const Run set = host({"--set", "RenderOptions background colors=[[1, 0, 0], [0, 0.5, 1]]",
+                              "--set", "Optimizer Teselation Quality=[0.25]",
+                              "--set", "texture search paths=[\"/data/textures\", \"/mnt/shared maps\"]",
+                              "--set", "Help Path=http://intranet/help",
+                              "--set", "FileIO converter output format=LUMO",
+                              "--set", "VpbFileIO Maximal number of increments=12",
+                              "--set", "MainWindow window opacity=0.5",
+                              "--set", "VR Teleport Range=2500",
+                              "--set", "VR Visualise Hands=0",
+                              "--set", "HMD Eye Tracking=true",
+                              "--trace", trace, "--accept", "--dump-store"});
+        QCOMPARE(set.status, 0);
+        QCOMPARE(set.messages(), QStringList({"No preferences file " + store() + " yet: starting from the defaults."}));
+        const QJsonObject values = QJsonDocument::fromJson(set.out.toUtf8()).object().value("values").toObject();
+        const QList<QPair<QString, QByteArray>> expected = {
+            {"RenderOptions background colors", "{\"type\": \"colors\", \"value\": [[1, 0, 0], [0, 0.5, 1]]}"},
+            {"Optimizer Teselation Quality", "{\"type\": \"floats\", \"value\": [0.25]}"},
+            {"texture search paths", "{\"type\": \"strings\", \"value\": [\"/data/textures\", \"/mnt/shared maps\"]}"},
+            {"Help Path", "{\"type\": \"qstring\", \"value\": \"http://intranet/help\"}"},
+            {"FileIO converter output format", "{\"type\": \"string\", \"value\": \"LUMO\"}"},
+            {"VpbFileIO Maximal number of increments", "{\"type\": \"uint\", \"value\": 12}"},
+            {"MainWindow window opacity", "{\"type\": \"double\", \"value\": 0.5}"},
+            {"VR Teleport Range", "{\"type\": \"float\", \"value\": 2500}"},
+            {"VR Visualise Hands", "{\"type\": \"int\", \"value\": 0}"},
+            {"HMD Eye Tracking", "{\"type\": \"bool\", \"value\": true}"},
+        };
+        for (const auto &entry : expected)
+            QVERIFY2(values.value(entry.first).toObject() == QJsonDocument::fromJson(entry.second).object(),
+                     qPrintable(entry.first));
+        QCOMPARE(fileBytes(store()), set.out.toUtf8());
+
+        const QStringList calls = QString::fromUtf8(fileBytes(trace)).split('\n');
+        for (const char *call : {"lmOSGWidget::setAllGradientBackgrounds([Color3f(1, 0, 0), Color3f(0, 0.5, 1)], [1, 0])",
+                                 "lmFileIO::setIncrementalSaveLimit(12)",
+                                 "lmImmersiveInteractionService::setTeleportRange(2500)"})
+            QVERIFY2(calls.contains(QLatin1String(call)), call);
+
+        // The key holds a list now; without one the value must say its type.
+        QCOMPARE(host({"--set", "texture search paths=/data"}).messages().value(0),
+                 QStringLiteral("bad value for \"texture search paths\": not valid JSON: illegal value"));
+        QFile::remove(store());
+        const Run untyped = host({"--set", "texture search paths=/data"});
+        QCOMPARE(untyped.status, 2);
+        QVERIFY2(untyped.messages().value(1).startsWith("bad value for \"texture search paths\": the key holds no value yet"),
+                 qPrintable(untyped.err));
+    }
+
     void badInputIsRefused_data()
     {
         QTest::addColumn<QStringList>("arguments");
@@ -165,6 +217,8 @@ private slots:
         QTest::newRow("unknown option") << QStringList{"--frobnicate"} << "Unknown option 'frobnicate'.";
         QTest::newRow("option without value") << QStringList{"--trace"} << "Missing value after '--trace'.";
         QTest::newRow("stray argument") << QStringList{"extra"} << "unexpected argument \"extra\"";
+        QTest::newRow("screenshots under a file") << QStringList{"--screenshots", "/dev/null/shots"}
+                                                  << "cannot create the screenshot folder /dev/null/shots";
         QTest::newRow("unwritable trace") << QStringList{"--trace", "/nonexistent/trace.txt"}
                                           << "cannot write the trace /nonexistent/trace.txt";
     }

@@ -6,6 +6,7 @@
 #include "lmPreferencesSession.h"
 #include "lmStoreFile.h"
 
+#include "QLMCollapsibleFrame.h"
 #include "categories/lmCameraPreferencesGUI.h"
 #include "lmCallLog.h"
 #include "lmMessageHelpers.h"
@@ -19,7 +20,10 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -354,6 +358,9 @@ private slots:
         QTest::newRow("combo item") << "METRES" << QStringList{"Grid", "FileIO/Units"};
         QTest::newRow("group title") << "fileio" << QStringList{"FileIO/Units"};
         QTest::newRow("frame title") << "Powerwall" << QStringList{"Camera"};
+        QTest::newRow("other tab") << "stitching tolerance" << QStringList{"FileIO/Units"};
+        QTest::newRow("collapsed frame") << "chord deviation" << QStringList{"FileIO/Units"};
+        QTest::newRow("hidden by the edition") << "legacy loader" << QStringList{};
         QTest::newRow("nothing") << "teapot" << QStringList{};
         QTest::newRow("cleared") << "" << QStringList{"Camera", "Grid", "FileIO/Units"};
     }
@@ -363,6 +370,18 @@ private slots:
         QFETCH(QString, typed);
         QFETCH(QStringList, pages);
         startHost();
+        // Texts out of sight that a person can still reach, and one hidden
+        // for good.
+        auto *tabs = new QTabWidget;
+        tabs->addTab(new QLabel(QStringLiteral("Mesh LODs")), QStringLiteral("Import"));
+        tabs->addTab(new QLabel(QStringLiteral("Stitching Tolerance")), QStringLiteral("Advanced"));
+        auto *frame = new QLMCollapsibleFrame;
+        (new QVBoxLayout(frame))->addWidget(new QLabel(QStringLiteral("Chord Deviation")));
+        frame->setCollapsed(true);
+        auto *legacy = new QCheckBox(QStringLiteral("Use legacy loader"));
+        legacy->hide();
+        for (QWidget *widget : {static_cast<QWidget *>(tabs), static_cast<QWidget *>(frame), static_cast<QWidget *>(legacy)})
+            m_units->page()->layout()->addWidget(widget);
         lmPreferencesDialog dialog(*m_session);
         dialog.show();
         QTest::keyClicks(dialog.searchField(), QStringLiteral("xyz"));
@@ -406,6 +425,17 @@ private slots:
         tree->setCurrentItem(tree->topLevelItem(2));
         QCOMPARE(dialog->currentPage(), tess->page());
 
+        // A group whose own page does not match stays in the tree for the
+        // page under it that does, and does not count as found.
+        dialog->showPage(fileIO->page());
+        dialog->setFilter(QStringLiteral("STL inches"));
+        QCOMPARE(dialog->visiblePages(), QStringList({"FileIO/STL"}));
+        QCOMPARE(dialog->currentPage(), stl->page());
+        QVERIFY(!tree->topLevelItem(0)->isHidden());
+        tree->setCurrentItem(tree->topLevelItem(0));
+        QCOMPARE(dialog->currentPage(), stl->page());
+        dialog->setFilter(QString());
+
         // A withdrawn page leaves the tree; the dialog hands the others back.
         dialog->showPage(stl->page());
         stl.reset();
@@ -446,6 +476,45 @@ private slots:
         QCOMPARE(answerer.count(), 2);
         QCOMPARE(answerer.seen()[1].text, QStringLiteral("Restart to use the language."));
         language.reset();
+    }
+
+    void dialogOpenedByADefaultsPassLeavesTheBoldAlone()
+    {
+        startHost();
+        // Added after start-up, so the dialog learns its defaults; its notice
+        // runs an event loop in which the dialog's deferred refresh is due.
+        lmDialogAnswerer answerer;
+        TestCategory language(QStringLiteral("MainWindow"), QString(), true);
+        language.setDefault(lmPreferences::getData(), false);
+        lmPreferencesDialog dialog(*m_session);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        QTest::qWait(20);
+        for (const lmPreferencesHost::Page &page : lmPreferencesHost::pages())
+            QVERIFY2(!dialog.isBold(page.widget), qPrintable(page.group));
+        QCOMPARE(answerer.count(), 1);
+    }
+
+    void screenshotShowsAllOfATallPage()
+    {
+        startHost();
+        // A page much taller than the dialog, with a scroll area of its own.
+        auto *inner = new QScrollArea;
+        auto *contents = new QWidget;
+        auto *rows = new QVBoxLayout(contents);
+        for (int i = 0; i < 60; ++i)
+            rows->addWidget(new QCheckBox(QStringLiteral("Option %1").arg(i)));
+        inner->setWidget(contents);
+        inner->setWidgetResizable(true);
+        m_units->page()->layout()->addWidget(inner);
+        lmPreferencesDialog dialog(*m_session);
+        dialog.showPage(m_camera->page());
+        const QSize size = dialog.size();
+
+        const QPixmap shot = dialog.grabPage(m_units->page());
+        QVERIFY(shot.height() > contents->sizeHint().height());
+        QCOMPARE(dialog.size(), size);
+        QCOMPARE(dialog.currentPage(), m_camera->page());
     }
 
     void screenshotNamesAreSafeFileNames()

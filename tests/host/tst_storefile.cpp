@@ -512,6 +512,38 @@ private slots:
         QCOMPARE(lmValueParser::text(value), expected);
     }
 
+    // A key without a value: the text says the type, or the value is refused.
+    void untypedCommandLineValues_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("expected"); // type and text, or "!reason"
+        QTest::newRow("strings") << "[\"/a\", \"b c\"]" << "strings [\"/a\", \"b c\"]";
+        QTest::newRow("floats") << "[0.25, 1]" << "floats [0.25, 1]";
+        QTest::newRow("colors") << "[[1, 0, 0]]" << "colors [[1, 0, 0]]";
+        QTest::newRow("bool") << " false" << "bool false";
+        QTest::newRow("bad colour") << "[[1, 0]]" << "!item 0: expected a colour";
+        QTest::newRow("mixed list") << "[\"a\", 1]" << "!holds no value yet";
+        QTest::newRow("empty list") << "[]" << "!holds no value yet";
+        QTest::newRow("number") << "12" << "!holds no value yet";
+        QTest::newRow("plain text") << "/data" << "!holds no value yet";
+    }
+
+    void untypedCommandLineValues()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, expected);
+        boost::any value;
+        QString error;
+        const bool ok = lmValueParser::parseUntyped(text, value, &error);
+        if (expected.startsWith('!')) {
+            QVERIFY(!ok);
+            QVERIFY2(error.contains(expected.mid(1)), qPrintable(error));
+            return;
+        }
+        QVERIFY2(ok, qPrintable(error));
+        QCOMPARE(lmStoreDocument::typeName(value) + ' ' + lmValueParser::text(value), expected);
+    }
+
     void valueTextReadsBack()
     {
         Generator generator(23);

@@ -1,0 +1,187 @@
+// The host application's session and dialog with the real plug-in module and
+// all its categories, in every edition and display language.
+#include "lmPreferencesDialog.h"
+#include "lmPreferencesSession.h"
+#include "lmStoreFile.h"
+#include "lmValueParser.h"
+
+#include "lmCallLog.h"
+#include "lmHostSettings.h"
+#include "lmPreferences.h"
+#include "lmPreferencesHost.h"
+#include "lmTestSupport.h"
+
+#include <QFile>
+#include <QLibrary>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+#include <set>
+
+namespace {
+
+QByteArray storeDocument()
+{
+    return lmStoreDocument::write(lmPreferences::getData());
+}
+
+QByteArray fileBytes(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<none>");
+}
+
+QStringList boldPages(const lmPreferencesDialog &dialog)
+{
+    QStringList bold;
+    for (const lmPreferencesHost::Page &page : lmPreferencesHost::pages())
+        if (dialog.isBold(page.widget))
+            bold << page.path();
+    return bold;
+}
+
+} // namespace
+
+class tst_PrefsModule : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_dir;
+    QLibrary m_library;
+    std::unique_ptr<lmPreferencesSession> m_session;
+
+    QString storePath() const { return m_dir.filePath(QStringLiteral("prefs.json")); }
+
+    // As lmprefs-host starts: stored values, module, entry point, start-up.
+    bool startHost()
+    {
+        m_session = std::make_unique<lmPreferencesSession>(storePath());
+        m_session->loadStore();
+        m_library.setFileName(QStringLiteral(LM_PLUGIN_PATH));
+        auto initPreferencesPlugin = reinterpret_cast<void (*)()>(m_library.resolve("initPreferencesPlugin"));
+        if (!initPreferencesPlugin)
+            return false;
+        initPreferencesPlugin();
+        m_session->startUp();
+        return true;
+    }
+
+private slots:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
+    void init()
+    {
+        lmResetHost();
+        QFile::remove(storePath());
+        QFile::remove(storePath() + ".bak");
+    }
+
+    void cleanup()
+    {
+        m_session.reset();
+        if (m_library.isLoaded())
+            QVERIFY(m_library.unload());
+    }
+
+    void freshStartAndRestoreThenCancel_data()
+    {
+        QTest::addColumn<int>("edition");
+        QTest::addColumn<int>("language");
+        for (int edition : {lmHostSettings::Professional, lmHostSettings::Design, lmHostSettings::Essentials,
+                            lmHostSettings::Restricted})
+            for (int language : {lmHostSettings::English, lmHostSettings::Chinese, lmHostSettings::Japanese,
+                                 lmHostSettings::Korean})
+                QTest::addRow("%s %s", qPrintable(lmHostSettings::editionName(lmHostSettings::Edition(edition))),
+                              qPrintable(lmHostSettings::languageName(lmHostSettings::Language(language))))
+                    << edition << language;
+    }
+
+    void freshStartAndRestoreThenCancel()
+    {
+        QFETCH(int, edition);
+        QFETCH(int, language);
+        lmHostSettings::setEdition(lmHostSettings::Edition(edition));
+        lmHostSettings::setDisplayLanguage(lmHostSettings::Language(language));
+        // Notices a page shows for real (the language restart notice) are
+        // the user's to answer.
+        lmDialogAnswerer answerer(std::vector<lmDialogAnswerer::Answer>(8, lmDialogAnswerer::accept()));
+        QVERIFY2(startHost(), qPrintable(m_library.errorString()));
+
+        // Learning the defaults again: no dialog, no host call, the store as
+        // it was; and every key the store holds belongs to a category.
+        lmCallLog::clear();
+        const int dialogsSeen = answerer.count();
+        const QByteArray started = storeDocument();
+        m_session->learnDefaults();
+        QCOMPARE(answerer.count(), dialogsSeen);
+        QCOMPARE(lmCallLog::lines(), QStringList());
+        QCOMPARE(storeDocument(), started);
+        std::set<std::string> owned; // a few keys are written by every CAD page
+        for (const lmPreferencesHost::Category &category : lmPreferencesHost::categories())
+            for (const auto &entry : m_session->defaultsOf(category).values())
+                owned.insert(entry.first);
+        const std::vector<std::string> stored = lmPreferences::getData().keys();
+        QCOMPARE(std::vector<std::string>(owned.begin(), owned.end()), stored);
+        QVERIFY(m_session->differences().empty());
+
+        // The dialog (whose deferred refresh runs while dialogs are about)
+        // shows no page in bold.
+        lmPreferencesDialog dialog(*m_session);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        QTest::qWait(20);
+        QCOMPARE(boldPages(dialog), QStringList());
+
+        // Saved once; then Restore Defaults on every page, Restore All
+        // Defaults and Cancel leave the store, the file and its backup as
+        // they were.
+        dialog.button(QDialogButtonBox::Apply)->click();
+        dialog.button(QDialogButtonBox::Apply)->click();
+        const QByteArray store = storeDocument();
+        const QByteArray file = fileBytes(storePath());
+        const QByteArray backup = fileBytes(storePath() + ".bak");
+        QCOMPARE(file, store);
+        const QStringList boldAfterAccept = boldPages(dialog);
+        for (const lmPreferencesHost::Page &page : lmPreferencesHost::pages()) {
+            QVERIFY(dialog.showPage(page.widget));
+            dialog.button(QDialogButtonBox::RestoreDefaults)->click();
+            QVERIFY(!dialog.isBold(page.widget));
+        }
+        QVERIFY(m_session->differences().empty());
+        dialog.restoreAllButton()->click();
+        QCOMPARE(boldPages(dialog), QStringList());
+        dialog.button(QDialogButtonBox::Cancel)->click();
+        QCOMPARE(storeDocument(), store);
+        QCOMPARE(fileBytes(storePath()), file);
+        QCOMPARE(fileBytes(storePath() + ".bak"), backup);
+        QCOMPARE(boldPages(dialog), boldAfterAccept);
+    }
+
+    // What --set reads: the text of every stored value reads back as the
+    // same value; a key read without a value takes the type of its text.
+    void everyStoredValueReadsBackFromItsText()
+    {
+        QVERIFY2(startHost(), qPrintable(m_library.errorString()));
+        std::set<QString> types;
+        for (const auto &entry : lmPreferences::getData().values()) {
+            const QString text = lmValueParser::text(entry.second);
+            boost::any back;
+            QString error;
+            QVERIFY2(lmValueParser::parse(text, entry.second, back, &error), qPrintable(QString::fromStdString(entry.first) + ": " + error));
+            QVERIFY2(lmStoreDocument::sameValue(back, entry.second), qPrintable(QString::fromStdString(entry.first) + ": " + text));
+            types.insert(lmStoreDocument::typeName(entry.second));
+        }
+        QCOMPARE(types, std::set<QString>({"bool", "color", "colors", "double", "float", "floats", "int", "qstring",
+                                           "string", "uint"}));
+
+        const std::vector<std::string> readWithoutValue = lmPreferencesHost::keysReadWithoutValue();
+        QVERIFY(std::find(readWithoutValue.begin(), readWithoutValue.end(), "texture search paths")
+                != readWithoutValue.end());
+    }
+};
+
+QTEST_MAIN(tst_PrefsModule)
+#include "tst_prefsmodule.moc"

@@ -1,0 +1,128 @@
+// What Qt's lupdate collects from the plug-in's sources and forms: the texts
+// a translator must see, each in the context the code translates it in.
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QXmlStreamReader>
+#include <QtTest>
+
+namespace {
+
+using Message = QPair<QString, QString>; // context, source text
+
+} // namespace
+
+class tst_Translations : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_dir;
+    QSet<Message> m_messages;
+    QString m_lupdateOutput;
+
+private slots:
+    void initTestCase()
+    {
+        const QString ts = m_dir.filePath(QStringLiteral("lmKernelPreferences.ts"));
+        QProcess lupdate;
+        lupdate.setProcessChannelMode(QProcess::MergedChannels);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C")); // its messages in English
+        lupdate.setProcessEnvironment(environment);
+        lupdate.start(QStringLiteral(LM_LUPDATE), {QStringLiteral("-locations"), QStringLiteral("none"),
+                                                   QStringLiteral("@" LM_TRANSLATABLE_LIST), QStringLiteral("-ts"), ts});
+        QVERIFY(lupdate.waitForFinished(120000));
+        m_lupdateOutput = QString::fromLocal8Bit(lupdate.readAll());
+        QVERIFY2(lupdate.exitStatus() == QProcess::NormalExit && lupdate.exitCode() == 0, qPrintable(m_lupdateOutput));
+
+        QFile file(ts);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QXmlStreamReader xml(&file);
+        QString context;
+        while (!xml.atEnd()) {
+            xml.readNext();
+            if (!xml.isStartElement())
+                continue;
+            if (xml.name() == QLatin1String("context"))
+                context.clear();
+            else if (xml.name() == QLatin1String("name"))
+                context = xml.readElementText();
+            else if (xml.name() == QLatin1String("source"))
+                m_messages.insert({context, xml.readElementText()});
+        }
+        QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+    }
+
+    // lupdate read every file without a complaint (an unknown class or
+    // namespace, a bad escape, ...).
+    void lupdateHasNothingToSay()
+    {
+        for (const QString &line : m_lupdateOutput.split('\n', Qt::SkipEmptyParts))
+            QVERIFY2(line.startsWith(QLatin1String("Updating ")) || line.trimmed().startsWith(QLatin1String("Found ")),
+                     qPrintable(line));
+    }
+
+    // Every text belongs to a category, a form or the application's
+    // "lmPreferences": not to QObject or to no context at all.
+    void everyTextHasThePlugInsContext()
+    {
+        for (const Message &message : qAsConst(m_messages))
+            QVERIFY2(message.first.startsWith(QLatin1String("lm")), qPrintable(message.first + ": " + message.second));
+    }
+
+    void textsArePresent_data()
+    {
+        QTest::addColumn<QString>("context");
+        QTest::addColumn<QString>("source");
+        // Message boxes and dialog titles.
+        QTest::newRow("restart notice title") << "lmMainWindowPreferencesGUII" << "Language Preferences Change";
+        QTest::newRow("restart notice") << "lmMainWindowPreferencesGUII"
+                                        << "Please restart LUMO so that your language changes can take effect.";
+        QTest::newRow("positive values") << "lmTesselationPreferencesGUII" << "Only positive non zero values are allowed!";
+        QTest::newRow("path inserted") << "lmFileIOPreferencesGUII" << "Path already inserted!";
+        QTest::newRow("web server") << "lmWebInterfacePreferencesGUII" << "Enable Web Server";
+        QTest::newRow("kova chooser") << "lmKovaPreferencesGUII" << "Set Kova Location";
+        // Page names: the category's own and the application's context.
+        QTest::newRow("Camera") << "lmCameraPreferencesGUII" << "Camera";
+        QTest::newRow("MainWindow") << "lmMainWindowPreferencesGUII" << "MainWindow";
+        QTest::newRow("Render Options") << "lmRenderOptionsPreferencesGUII" << "Render Options";
+        QTest::newRow("Virtual Reality") << "lmVirtualRealityPreferencesGUII" << "Virtual Reality";
+        QTest::newRow("FileIO") << "lmPreferences" << "FileIO";
+        QTest::newRow("Devices") << "lmPreferences" << "Devices";
+        // Forms: labels, check boxes, frame titles, tool tips.
+        QTest::newRow("opacity label") << "lmMainWindowPreferencesGUI" << "Window Opacity";
+        QTest::newRow("checksum check box") << "lmOsbPreferencesGUI" << "Checksum Test";
+        QTest::newRow("checksum tool tip") << "lmOsbPreferencesGUI" << "This can be quite slow on network drives";
+        QTest::newRow("texture paths frame") << "lmFileIOPreferencesGUI" << "Texture Search Paths";
+        QTest::newRow("CAD import option") << "lmFileTypePreferencesGUI" << "Import Invisible Instances";
+        // Combo items filled by code.
+        QTest::newRow("kova unit") << "lmKovaPreferencesGUII" << "Millimeter";
+        QTest::newRow("sample count") << "lmRenderOptionsPreferencesGUII" << "%1 Samples";
+        QTest::newRow("import behaviour") << "lmOsbPreferencesGUII" << "Keep References";
+    }
+
+    void textsArePresent()
+    {
+        QFETCH(QString, context);
+        QFETCH(QString, source);
+        QVERIFY(m_messages.contains({context, source}));
+    }
+
+    // The format pages are named as they are in every language: the code
+    // does not pass their names through a translation.
+    void formatPageNamesAreNotOffered()
+    {
+        for (const Message &message : qAsConst(m_messages)) {
+            if (!message.first.endsWith(QLatin1String("GUII")) && message.first != QLatin1String("lmPreferences"))
+                continue; // forms may name a format in a label
+            for (const char *name : {"Catia V4", "OSB / VPB", "ProE / Creo", "WRL", "Kova", "Base CAD"})
+                QVERIFY2(message.second != QLatin1String(name), qPrintable(message.first + ": " + message.second));
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_Translations)
+#include "tst_translations.moc"
