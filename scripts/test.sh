@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Fresh machine to green tests: packages; the regular build and its tests; the
-# same tests under AddressSanitizer, LeakSanitizer and UndefinedBehaviorSanitizer;
-# bounded runs of the libFuzzer targets from the committed seed corpus.
+# bounded runs of the libFuzzer targets from the committed seed corpus; the
+# same tests under AddressSanitizer, LeakSanitizer and UndefinedBehaviorSanitizer.
 #   scripts/test.sh            everything (what CI runs)
 #   scripts/test.sh unit       the regular build and tests
 #   scripts/test.sh sanitize   the sanitizer build and tests
@@ -26,12 +26,6 @@ if [[ $stage == all || $stage == unit ]]; then
     (cd build && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j "$jobs")
 fi
 
-if [[ $stage == all || $stage == sanitize ]]; then
-    echo "== sanitizer build and tests"
-    BUILD_DIR=build-asan scripts/build.sh -DLM_SANITIZE=ON -DLM_BENCHMARKS=OFF
-    (cd build-asan && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j "$jobs")
-fi
-
 if [[ $stage == all || $stage == fuzz ]]; then
     echo "== fuzz targets"
     CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DLM_FUZZ=ON -DLM_BENCHMARKS=OFF >/dev/null
@@ -46,4 +40,10 @@ if [[ $stage == all || $stage == fuzz ]]; then
         rm -rf "$corpus"
         echo "fuzz_$target: ${seconds}s, no findings"
     done
+fi
+
+if [[ $stage == all || $stage == sanitize ]]; then
+    echo "== sanitizer build and tests"
+    BUILD_DIR=build-asan scripts/build.sh -DLM_SANITIZE=ON -DLM_BENCHMARKS=OFF
+    (cd build-asan && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j "$jobs")
 fi
