@@ -224,6 +224,9 @@ BENCHMARK(BM_SetToMessage);
 class RatioReporter : public benchmark::ConsoleReporter
 {
 public:
+    // Plain text: the figures are meant to be copied into the README.
+    RatioReporter() : ConsoleReporter(OO_Tabular) {}
+
     void ReportRuns(const std::vector<Run> &runs) override
     {
         ConsoleReporter::ReportRuns(runs);
