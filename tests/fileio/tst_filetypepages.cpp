@@ -163,117 +163,76 @@ class tst_FileTypePages : public QObject
 {
     Q_OBJECT
 
-private:
-    void addRows()
+private slots:
+    void init() { lmResetHost(); }
+
+    void eachPageOverTheSharedBase_data()
     {
         QTest::addColumn<int>("row");
         for (std::size_t i = 0; i < rows().size(); ++i)
             QTest::newRow(rows()[i].pageName) << int(i);
     }
 
-private slots:
-    void init() { lmResetHost(); }
-
-    void defaultsCarryThePrefix_data() { addRows(); }
-    void defaultsCarryThePrefix()
+    void eachPageOverTheSharedBase()
     {
         QFETCH(int, row);
         const PageRow &r = rows()[row];
-        PagePtr page = r.make();
-        QCOMPARE(int(page->fileType()), r.type);
-        QCOMPARE(QString::fromStdString(page->typeName()), QString(r.prefix));
-
-        const auto pages = lmPreferencesHost::pages();
-        QCOMPARE(pages.size(), std::size_t(1));
-        QCOMPARE(pages[0].group, QStringLiteral("FileIO"));
-        QCOMPARE(pages[0].page, QString(r.pageName));
-        QCOMPARE(pages[0].widget->objectName(), QStringLiteral("lmFileTypePreferencesGUI"));
-
-        page->setDefault(lmPreferences::getData(), true);
-        QStringList expected = kUnprefixedDefaults + r.formatDefaults;
-        for (const QString &line : kCommonDefaults + (r.type == 13 ? kOndraDefaults : QStringList()))
-            expected << r.prefix + line;
-        std::sort(expected.begin(), expected.end());
-        expected.removeDuplicates();
-        QCOMPARE(storeDump(), expected);
-        for (const std::string &key : lmPreferences::getData().keys())
-            QVERIFY2(!key.empty() && key[0] != ' ', key.c_str());
-
-        // Loaded values survive defaults written without overwrite; the STL
-        // page alone pins its source-reference behaviour.
-        lmMessage &store = lmPreferences::getData();
-        for (const std::string &key : store.keys()) {
-            const boost::any value = store.get(key);
-            if (lmHoldsType(value, typeid(bool)))
-                setStored(key, !boost::any_cast<bool>(value));
-            else if (lmHoldsType(value, typeid(int)))
-                setStored(key, boost::any_cast<int>(value) + 7);
-            else
-                setStored(key, boost::any_cast<double>(value) * 3);
-        }
-        const QStringList loaded = storeDump();
-        page->setDefault(store, false);
-        QStringList expectedAfter = loaded;
-        if (r.type == 29)
-            expectedAfter.replaceInStrings("source reference behavior = int 8", "source reference behavior = int 1");
-        QCOMPARE(storeDump(), expectedAfter);
-    }
-
-    void applyCommitsTheRecordOfItsType_data() { addRows(); }
-    void applyCommitsTheRecordOfItsType()
-    {
-        QFETCH(int, row);
-        const PageRow &r = rows()[row];
-        PagePtr page = r.make();
-        page->setDefault(lmPreferences::getData(), false);
-        page->apply();
-        QCOMPARE(lmCallLog::lines(), QStringList{recordLine(r.prefix)} + r.applyLines);
-        lmImportOptions record("", false, false);
-        QVERIFY(lmImportOptions::lastWritten(r.prefix, record));
-    }
-
-    void untouchedPageStoresWhatItShows_data() { addRows(); }
-    void untouchedPageStoresWhatItShows()
-    {
-        QFETCH(int, row);
-        PagePtr page = rows()[row].make();
-        startPage(*page);
-        const QStringList before = storeDump();
-        lmPreferencesHost::resetUnchanged();
-        page->storeGUI();
-        QCOMPARE(storeDump(), before);
-        // Every key is pushed on every apply, so nothing is marked unchanged.
-        QCOMPARE(lmPreferencesHost::unchangedKeys(lmPreferencesHost::categories().front()), std::vector<std::string>());
-        QCOMPARE(lmCallLog::lines(), QStringList());
-    }
-
-    void controlsFollowTheFileType_data() { addRows(); }
-    void controlsFollowTheFileType()
-    {
-        QFETCH(int, row);
-        const PageRow &r = rows()[row];
-        PagePtr page = r.make();
-        startPage(*page);
-        QStringList expected = kUsualControls + r.shownMore;
-        for (const QString &name : r.shownLess)
-            expected.removeAll(name);
-        std::sort(expected.begin(), expected.end());
-        QCOMPARE(shownControls(page->page()), expected);
-        page->updateGUI(); // a second pass removes nothing more
-        QCOMPARE(shownControls(page->page()), expected);
-    }
-
-    void destructionLeavesNoKey_data() { addRows(); }
-    void destructionLeavesNoKey()
-    {
-        QFETCH(int, row);
         setStored("Host own key", 1);
         {
-            PagePtr page = rows()[row].make();
-            startPage(*page);
-            page->storeGUI();
+            PagePtr page = r.make();
+            QCOMPARE(int(page->fileType()), r.type);
+            QCOMPARE(QString::fromStdString(page->typeName()), QString(r.prefix));
+            QCOMPARE(pagePaths(), QStringList("FileIO/" + QString(r.pageName)));
+
+            // The defaults carry the prefix; apply commits the record of the type.
+            page->setDefault(lmPreferences::getData(), true);
+            QStringList defaults = kUnprefixedDefaults + r.formatDefaults + QStringList("Host own key = int 1");
+            for (const QString &line : kCommonDefaults + (r.type == 13 ? kOndraDefaults : QStringList()))
+                defaults << r.prefix + line;
+            std::sort(defaults.begin(), defaults.end());
+            defaults.removeDuplicates();
+            QCOMPARE(storeDump(), defaults);
             page->apply();
+            QCOMPARE(lmCallLog::lines(), QStringList{recordLine(r.prefix)} + r.applyLines);
+            lmImportOptions record("", false, false);
+            QVERIFY(lmImportOptions::lastWritten(r.prefix, record));
+
+            // The page shows the controls of its type and stores what it shows.
+            page->updateGUI();
+            QStringList controls = kUsualControls + r.shownMore;
+            for (const QString &name : r.shownLess)
+                controls.removeAll(name);
+            std::sort(controls.begin(), controls.end());
+            QCOMPARE(shownControls(page->page()), controls);
+            page->updateGUI(); // a second pass removes nothing more
+            QCOMPARE(shownControls(page->page()), controls);
+            lmCallLog::clear();
+            lmPreferencesHost::resetUnchanged();
+            page->storeGUI();
+            QCOMPARE(storeDump(), defaults);
+            // Every key is pushed on every apply, so nothing is marked unchanged.
+            QVERIFY(unchangedKeys().empty());
+            QCOMPARE(lmCallLog::lines(), QStringList());
+
+            // Loaded values survive defaults written without overwrite; the STL
+            // page alone pins its source-reference behaviour.
+            lmMessage &store = lmPreferences::getData();
+            for (const std::string &key : store.keys()) {
+                const boost::any value = store.get(key);
+                if (lmHoldsType(value, typeid(bool)))
+                    setStored(key, !boost::any_cast<bool>(value));
+                else if (lmHoldsType(value, typeid(int)))
+                    setStored(key, boost::any_cast<int>(value) + 7);
+                else
+                    setStored(key, boost::any_cast<double>(value) * 3);
+            }
+            QStringList loaded = storeDump();
+            page->setDefault(store, false);
+            if (r.type == 29)
+                loaded.replaceInStrings("source reference behavior = int 8", "source reference behavior = int 1");
+            QCOMPARE(storeDump(), loaded);
         }
+        // The page's keys go with it.
         QCOMPARE(lmPreferences::getData().keys(), std::vector<std::string>{"Host own key"});
         QVERIFY(lmPreferencesHost::pages().empty());
         QVERIFY(lmPreferencesHost::categories().empty());
@@ -468,8 +427,6 @@ private slots:
             {"importEmptyLayers", "true"}, {"importTemplateGeometries", "true"}, {"importLights", "true"},
             {"importCameras", "true"}, {"importVariants", "true"}});
         QCOMPARE(lmCallLog::lines(), QStringList{switches});
-        QCOMPARE(p->m_camerasEnabled->toolTip(),
-                 QStringLiteral("Import cameras instead of excluding them. (Only Ondra wire files)"));
 
         // NX shows the empty-layers switch but never loads it; the store still
         // reaches the record.

@@ -2,12 +2,9 @@
 // with its warning, add and remove, and the topology settings.
 #include "fileio/lmTesselationListViewItem.h"
 #include "fileio/lmTesselationPreferencesGUI.h"
-#include "lmCallLog.h"
 #include "lmFileIOTestSupport.h"
-#include "lmPreferencesHost.h"
 #include "lmTestSupport.h"
 
-#include <QDoubleValidator>
 #include <QtTest>
 
 namespace {
@@ -38,47 +35,41 @@ private:
 private slots:
     void init() { lmResetHost(); }
 
-    void defaultsStoreAndNothingIsPushed()
+    void defaultsStoreNothingIsPushedAndTheKeysLeaveWithThePage()
     {
-        lmTesselationPreferencesGUII tesselation;
-        tesselation.setDefault(lmPreferences::getData(), true);
-        QVERIFY(holds("Optimizer Topology Tolerance", 0.005f));
-        QVERIFY(holds("Optimizer Topology Method", 0));
-        QVERIFY(holds("Optimizer Offset Factor", 1.0f));
-        QVERIFY(holds(kQuality, std::vector<float>{0.05f}));
-        QVERIFY(holds("Optimizer Check Orientation", true));
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(5));
+        {
+            lmTesselationPreferencesGUII tesselation;
+            tesselation.setDefault(lmPreferences::getData(), true);
+            QVERIFY(holds("Optimizer Topology Tolerance", 0.005f));
+            QVERIFY(holds("Optimizer Topology Method", 0));
+            QVERIFY(holds("Optimizer Offset Factor", 1.0f));
+            QVERIFY(holds(kQuality, std::vector<float>{0.05f}));
+            QVERIFY(holds("Optimizer Check Orientation", true));
+            QCOMPARE(lmPreferences::getData().size(), std::size_t(5));
 
-        tesselation.updateGUI();
-        lmTesselationPreferencesGUIW *page = tesselation.page();
-        QCOMPARE(levelTexts(page->_quality), QStringList({"0.05"}));
-        QCOMPARE(page->_tolerance->text(), QStringLiteral("0.005"));
-        QCOMPARE(page->_offset_factor->text(), QStringLiteral("1"));
-        QCOMPARE(page->_topology->currentText(), QStringLiteral("Create New"));
-        QVERIFY(page->_check_orientation->isChecked());
-        QVERIFY(!page->_remove_button->isEnabled());
-        const auto *validator = qobject_cast<const QDoubleValidator *>(page->_tolerance->validator());
-        QVERIFY(validator);
-        QCOMPARE(validator->bottom(), 1e-05);
-        QCOMPARE(validator->top(), 10000.0);
-        QCOMPARE(validator->decimals(), 5);
+            tesselation.updateGUI();
+            lmTesselationPreferencesGUIW *page = tesselation.page();
+            QCOMPARE(levelTexts(page->_quality), QStringList({"0.05"}));
+            QCOMPARE(page->_tolerance->text(), QStringLiteral("0.005"));
+            QVERIFY(!page->_remove_button->isEnabled());
 
-        // An untouched page stores nothing new and apply pushes nothing.
-        lmPreferencesHost::resetUnchanged();
-        tesselation.storeGUI();
-        QCOMPARE(lmPreferencesHost::unchangedKeys(lmPreferencesHost::categories().front()).size(), std::size_t(5));
-        tesselation.apply();
-        QVERIFY(lmCallLog::lines().isEmpty());
-
-        const auto pages = lmPreferencesHost::pages();
-        QCOMPARE(pages[0].group + '/' + pages[0].page, QStringLiteral("Import/Tesselation"));
+            // An untouched page stores nothing new and apply pushes nothing.
+            lmPreferencesHost::resetUnchanged();
+            tesselation.storeGUI();
+            QCOMPARE(unchangedKeys().size(), std::size_t(5));
+            tesselation.apply();
+            QVERIFY(lmCallLog::lines().isEmpty());
+            QCOMPARE(pagePaths(), QStringList("Import/Tesselation"));
+        }
+        QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
+        QVERIFY(lmPreferencesHost::pages().empty());
     }
 
     void levelsSortByValueAndStoreInListOrder()
     {
         lmTesselationPreferencesGUII tesselation;
         start(tesselation);
-        setKey(kQuality, std::vector<float>{0.5f, 10.0f, 0.05f, 2.0f});
+        setStored(kQuality, std::vector<float>{0.5f, 10.0f, 0.05f, 2.0f});
         tesselation.updateGUI();
         QCOMPARE(levelTexts(tesselation.page()->_quality), QStringList({"0.05", "0.5", "2", "10"}));
 
@@ -99,7 +90,7 @@ private slots:
     {
         lmTesselationPreferencesGUII tesselation;
         start(tesselation);
-        setKey(kQuality, std::vector<float>{0.1f, 1.0f});
+        setStored(kQuality, std::vector<float>{0.1f, 1.0f});
         tesselation.updateGUI();
         QTreeWidget *list = tesselation.page()->_quality;
         QTreeWidgetItem *first = list->topLevelItem(0);
@@ -162,23 +153,13 @@ private slots:
     {
         lmTesselationPreferencesGUII tesselation;
         start(tesselation);
-        setKey(kQuality, std::vector<double>{0.2});
-        setKey("Optimizer Topology Tolerance", 0.01); // double, not float
+        setStored(kQuality, std::vector<double>{0.2});
+        setStored("Optimizer Topology Tolerance", 0.01); // double, not float
         lmStderrCapture capture;
         tesselation.updateGUI();
         QCOMPARE(capture.text().count("has wrong type"), 2);
         QCOMPARE(levelTexts(tesselation.page()->_quality), QStringList({"0.05"}));
         QCOMPARE(tesselation.page()->_tolerance->text(), QStringLiteral("0.005"));
-    }
-
-    void destructionRemovesTheKeys()
-    {
-        {
-            lmTesselationPreferencesGUII tesselation;
-            start(tesselation);
-        }
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
-        QVERIFY(lmPreferencesHost::pages().empty());
     }
 };
 
