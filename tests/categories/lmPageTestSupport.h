@@ -2,7 +2,7 @@
 
 // Helpers shared by the page tests: the host's start-up and accept passes,
 // values written as a loaded store holds them, a printable store, the
-// registered pages, the wrong-type reports and known call sequences.
+// wrong-type reports and known call sequences.
 #include "lmCallLog.h"
 #include "lmMessageHelpers.h"
 #include "lmPreferences.h"
@@ -72,15 +72,6 @@ inline QStringList storeDump()
     return lines;
 }
 
-// "group/page" of every page in dialog order; "group" when the group is the page.
-inline QStringList pagePaths()
-{
-    QStringList paths;
-    for (const lmPreferencesHost::Page &page : lmPreferencesHost::pages())
-        paths << (page.page.isEmpty() ? page.group : page.group + '/' + page.page);
-    return paths;
-}
-
 // "key xN" for every key the wrong-type report names in printed, in key order.
 inline QStringList wrongTypeReports(const QString &printed)
 {
@@ -111,4 +102,22 @@ inline QStringList withCalls(QStringList lines, const QStringList &replacements)
             qFatal("withCalls: no %s call to replace", qPrintable(operation));
     }
     return lines;
+}
+
+// The calls one apply makes.
+template <class Category>
+QStringList applyLog(Category &category)
+{
+    lmCallLog::clear();
+    category.apply();
+    return lmCallLog::lines();
+}
+
+// The calls one accepted dialog makes.
+template <class Category>
+QStringList acceptLog(Category &category)
+{
+    lmCallLog::clear();
+    acceptPage(category);
+    return lmCallLog::lines();
 }

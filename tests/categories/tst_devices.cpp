@@ -37,25 +37,20 @@ class tst_Devices : public QObject
 private slots:
     void init() { lmResetHost(); }
 
-    void defaultsFollowTheEditionEachTimeAndLeaveWithThePage()
+    void defaultsFollowTheEditionEachTime()
     {
-        {
-            lmDevicesPreferencesGUII devices;
-            devices.setDefault(lmPreferences::getData(), true);
-            QCOMPARE(lmPreferences::getData().keys(), kKeys);
-            QCOMPARE(lmStored<bool>("Devices spacemouse two axis"), false);
-            QCOMPARE(pagePaths(), QStringList("Devices/Devices"));
+        lmDevicesPreferencesGUII devices;
+        devices.setDefault(lmPreferences::getData(), true);
+        QCOMPARE(lmPreferences::getData().keys(), kKeys);
+        QCOMPARE(lmStored<bool>("Devices spacemouse two axis"), false);
 
-            // The same object asked again after the edition changed.
-            lmHostSettings::setEdition(lmHostSettings::Restricted);
-            devices.setDefault(lmPreferences::getData(), true);
-            QCOMPARE(lmStored<bool>("Devices search spacemouse"), true);
-            QCOMPARE(lmStored<bool>("Devices spacemouse two axis"), true);
-            QCOMPARE(lmStored<bool>("Devices spacemouse helicopter"), true);
-            QCOMPARE(lmStored<bool>("Devices spacemouse fixed height"), false);
-        }
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
-        QVERIFY(lmPreferencesHost::pages().empty());
+        // The same object asked again after the edition changed.
+        lmHostSettings::setEdition(lmHostSettings::Restricted);
+        devices.setDefault(lmPreferences::getData(), true);
+        QCOMPARE(lmStored<bool>("Devices search spacemouse"), true);
+        QCOMPARE(lmStored<bool>("Devices spacemouse two axis"), true);
+        QCOMPARE(lmStored<bool>("Devices spacemouse helicopter"), true);
+        QCOMPARE(lmStored<bool>("Devices spacemouse fixed height"), false);
     }
 
     void everyApplyPushesEveryKeyAgain()
@@ -67,9 +62,7 @@ private slots:
 
         // An accept without edits still stops the driver and pushes it all.
         devices.updateGUI();
-        lmCallLog::clear();
-        acceptPage(devices);
-        QCOMPARE(lmCallLog::lines(), kDefaultApply);
+        QCOMPARE(acceptLog(devices), kDefaultApply);
         QVERIFY(unchangedKeys().empty());
     }
 
@@ -104,13 +97,9 @@ private slots:
                                      }));
 
         // The driver is started again on the next apply, and stopped once unchecked.
-        lmCallLog::clear();
-        devices.apply();
-        QCOMPARE(lmCallLog::lines().first(), QStringLiteral("lmSpacemouse::init()"));
+        QCOMPARE(applyLog(devices).first(), QStringLiteral("lmSpacemouse::init()"));
         page->_search_spacemouse->setChecked(false);
-        lmCallLog::clear();
-        acceptPage(devices);
-        QCOMPARE(lmCallLog::lines().first(), QStringLiteral("lmSpacemouse::terminate()"));
+        QCOMPARE(acceptLog(devices).first(), QStringLiteral("lmSpacemouse::terminate()"));
     }
 
     void restrictedEditionForcesTheSimpleModes()

@@ -84,9 +84,7 @@ private slots:
         QCOMPARE(mainWindow.page()->_opacity->value(), 1.0);
         QCOMPARE(mainWindow.page()->_user_language_options->currentIndex(), -1);
 
-        lmCallLog::clear();
-        acceptPage(mainWindow);
-        QCOMPARE(lmCallLog::lines(), QStringList());
+        QCOMPARE(acceptLog(mainWindow), QStringList());
         QCOMPARE(unchangedKeys(), std::vector<std::string>({"MainWindow disable docking", "MainWindow redirect osg log",
                                                             "MainWindow show button text", "MainWindow show fps",
                                                             "MainWindow window opacity"}));
@@ -106,9 +104,7 @@ private slots:
                                      }));
 
         page->_disableDocking->setChecked(false);
-        lmCallLog::clear();
-        acceptPage(mainWindow);
-        QCOMPARE(lmCallLog::lines(), QStringList("lmController::setMainWindowDocking(true)"));
+        QCOMPARE(acceptLog(mainWindow), QStringList("lmController::setMainWindowDocking(true)"));
         QCOMPARE(unexpected.count(), 0);
     }
 

@@ -79,8 +79,7 @@ private slots:
     {
         lmMarkerPreferencesGUII marker;
         startPage(marker);
-        acceptPage(marker);
-        QCOMPARE(lmCallLog::lines(), kUntrackedPushes);
+        QCOMPARE(acceptLog(marker), kUntrackedPushes);
         QCOMPARE(unchangedKeys(), std::vector<std::string>({"RenderOptions selection color",
                                                             "RenderOptions selection in front",
                                                             "RenderOptions wireframe selection"}));
@@ -91,15 +90,12 @@ private slots:
         lmMarkerPreferencesGUII marker;
         startPage(marker);
         marker.page()->_selection_in_front->setChecked(true);
-        acceptPage(marker);
-        QCOMPARE(lmCallLog::lines(), kUntrackedPushes + QStringList({
+        QCOMPARE(acceptLog(marker), kUntrackedPushes + QStringList({
                                                             "lmScenegraph::setWireframeOverride(true)",
                                                             "lmOSGWidget::setWireframeAlwaysInFront(true)",
                                                         }));
         marker.page()->_wireframe_selection->setChecked(true);
-        lmCallLog::clear();
-        acceptPage(marker);
-        QCOMPARE(lmCallLog::lines(), kUntrackedPushes + QStringList("lmOSGWidget::setWireframeSelection(true)"));
+        QCOMPARE(acceptLog(marker), kUntrackedPushes + QStringList("lmOSGWidget::setWireframeSelection(true)"));
     }
 
     void markerSizeTextIsStoredAsAFloat()
@@ -112,9 +108,7 @@ private slots:
         QCOMPARE(lmCallLog::lines().first(), QStringLiteral("lmScenegraph::setMarkerSize(0)"));
 
         QTest::keyClicks(marker.page()->_marker_size, "2.75");
-        lmCallLog::clear();
-        acceptPage(marker);
-        QCOMPARE(lmCallLog::lines().first(), QStringLiteral("lmScenegraph::setMarkerSize(2.75)"));
+        QCOMPARE(acceptLog(marker).first(), QStringLiteral("lmScenegraph::setMarkerSize(2.75)"));
         setStored("Marker size", 0.123456789f);
         marker.updateGUI();
         QCOMPARE(marker.page()->_marker_size->text(), QStringLiteral("0.123457"));
@@ -129,8 +123,7 @@ private slots:
         QVERIFY(!marker.page()->_wireframe_selection->isHidden());
         startPage(marker);
         QCOMPARE(lmStored<bool>("LOD selection"), false);
-        acceptPage(marker);
-        QCOMPARE(lmCallLog::lines().at(1), QStringLiteral("lmScenegraph::setLODSelection(false)"));
+        QCOMPARE(acceptLog(marker).at(1), QStringLiteral("lmScenegraph::setLODSelection(false)"));
     }
 
     void wireframeColourEchoesIntoItsOwnPicker()
@@ -149,8 +142,7 @@ private slots:
         emit page->_preselection_color->colorChanged(1.0f, 1.0f, 1.0f);
         QCOMPARE(colorOf(page->_preselection_color), QList<float>({0.1f, 0.3f, 0.9f}));
 
-        acceptPage(marker);
-        QCOMPARE(lmCallLog::lines(),
+        QCOMPARE(acceptLog(marker),
                  kUntrackedPushes + QStringList("lmScenegraph::setSelectionColor(Color3f(0.25, 0.5, 0.75))"));
     }
 

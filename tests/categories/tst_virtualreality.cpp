@@ -68,22 +68,15 @@ class tst_VirtualReality : public QObject
 private slots:
     void init() { lmResetHost(); }
 
-    void defaultsLandInTheSharedStoreAndLeaveWithThePage()
+    void defaultsLandInTheSharedStore()
     {
-        {
-            setStored("HMD Foveal Region Size", 0.5f); // loaded before the defaults
-            lmVirtualRealityPreferencesGUII vr;
-            vr.setDefault(false);
-            QCOMPARE(lmStored<float>("HMD Foveal Region Size"), 0.5f);
-            vr.setDefault(true);
-            QCOMPARE(lmPreferences::getData().keys(), kKeys);
-            QCOMPARE(lmStored<float>("HMD Foveal Region Size"), 0.3f);
-            QCOMPARE(pagePaths(), QStringList("Virtual Reality"));
-            QCOMPARE(lmPreferencesHost::pages()[0].widget, static_cast<QWidget *>(&vr));
-        }
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
-        QVERIFY(lmPreferencesHost::pages().empty());
-        QVERIFY(lmPreferencesHost::categories().empty());
+        setStored("HMD Foveal Region Size", 0.5f); // loaded before the defaults
+        lmVirtualRealityPreferencesGUII vr;
+        vr.setDefault(false);
+        QCOMPARE(lmStored<float>("HMD Foveal Region Size"), 0.5f);
+        vr.setDefault(true);
+        QCOMPARE(lmPreferences::getData().keys(), kKeys);
+        QCOMPARE(lmStored<float>("HMD Foveal Region Size"), 0.3f);
     }
 
     void updateGUIShowsTheStoreWithSignalsBlocked()
@@ -153,8 +146,7 @@ private slots:
         lmVirtualRealityPreferencesGUII vr;
         start(vr);
         setDisplay(6);
-        acceptPage(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList());
+        QCOMPARE(acceptLog(vr), QStringList());
         QCOMPARE(unchangedKeys(), kKeys);
     }
 
@@ -206,8 +198,7 @@ private slots:
             [&] { vr._peripheryQuality->setCurrentIndex(0); },
         };
         edits[control]();
-        acceptPage(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList(call));
+        QCOMPARE(acceptLog(vr), QStringList(call));
         QCOMPARE(unchangedKeys().size(), kKeys.size() - 1);
     }
 
@@ -218,8 +209,7 @@ private slots:
         lmKernelServicesHost::setEyeTrackingSupported(false);
         vr._eyeTracking->setChecked(true);
         vr._foveatedRendering->setChecked(true);
-        acceptPage(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList({
+        QCOMPARE(acceptLog(vr), QStringList({
                                          "lmHMDService::setEyeTrackingEnabled(true)",
                                          "lmHMDService::setFoveatedRenderingEnabled(true)",
                                      }));
@@ -227,15 +217,12 @@ private slots:
         QVERIFY(!vr._eyeTracking->isChecked());
 
         // The reverted request stays off on the next accept.
-        lmCallLog::clear();
-        acceptPage(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList());
+        QCOMPARE(acceptLog(vr), QStringList());
 
         // A confirmed request persists.
         lmKernelServicesHost::setEyeTrackingSupported(true);
         vr._eyeTracking->setChecked(true);
-        acceptPage(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList({"lmHMDService::setEyeTrackingEnabled(true)"}));
+        QCOMPARE(acceptLog(vr), QStringList({"lmHMDService::setEyeTrackingEnabled(true)"}));
         QCOMPARE(lmStored<bool>("HMD Eye Tracking"), true);
         QVERIFY(vr._eyeTracking->isChecked());
     }
@@ -250,20 +237,17 @@ private slots:
 
         setDisplay(6);
         vr._starVRFovFactor->setValue(0.5);
-        acceptPage(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList({"lmOSGWidget::setDisplayType(0)", starVRSettings("0.5", "1"),
+        QCOMPARE(acceptLog(vr), QStringList({"lmOSGWidget::setDisplayType(0)", starVRSettings("0.5", "1"),
                                                   "lmOSGWidget::setDisplayType(6)"}));
 
         setDisplay(2);
         vr._starVRFoveatedRendering->setChecked(true);
-        acceptPage(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList({starVRSettings("0.5", "1", true)}));
+        QCOMPARE(acceptLog(vr), QStringList({starVRSettings("0.5", "1", true)}));
         QCOMPARE(int(lmOSGWidget::getDisplayType()), 2);
 
         setDisplay(6);
         vr._fovealRegionSize->setValue(0.5);
-        acceptPage(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList({"lmHMDService::setFovealRegionSize(0.5)"}));
+        QCOMPARE(acceptLog(vr), QStringList({"lmHMDService::setFovealRegionSize(0.5)"}));
     }
 
     void withoutStarVRSupportTheStarVRKeysStayInTheStore()
@@ -278,8 +262,7 @@ private slots:
         lmCallLog::clear();
         vr.updateGUI();
         vr._starVRSingleTexture->setChecked(true);
-        acceptPage(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList());
+        QCOMPARE(acceptLog(vr), QStringList());
         QCOMPARE(lmStored<bool>("StarVR Single Texture Per Eye"), true);
     }
 

@@ -55,7 +55,6 @@ private slots:
         web.updateGUI();
         QCOMPARE(web.page()->_port->value(), 8888);
         QCOMPARE(web.page()->_whiteListText->toPlainText(), QStringLiteral("10.0.0.1\nbuild-host"));
-        QCOMPARE(pagePaths(), QStringList("WebInterface"));
     }
 
     void onlyExactlyOneDisables_data()
@@ -149,13 +148,11 @@ private slots:
     {
         lmWebInterfacePreferencesGUII web;
         startPage(web);
-        acceptPage(web);
-        QCOMPARE(lmCallLog::lines(), QStringList());
+        QCOMPARE(acceptLog(web), QStringList());
 
         // Debug mode alone: the server is off, so there is no one to tell.
         web.page()->_debugMode->setChecked(true);
-        acceptPage(web);
-        QCOMPARE(lmCallLog::lines(), QStringList({kStop, kStop}));
+        QCOMPARE(acceptLog(web), QStringList({kStop, kStop}));
 
         lmCallLog::clear();
         setStored(kEnableKey, true);
@@ -165,9 +162,7 @@ private slots:
 
         // A server that fails to start gets no debug mode.
         lmHostProcess::setWebInterfaceStartFails(true);
-        lmCallLog::clear();
-        web.apply();
-        QCOMPARE(lmCallLog::lines(), QStringList({kStop, kStart}));
+        QCOMPARE(applyLog(web), QStringList({kStop, kStart}));
         QVERIFY(!lmController::getWebInterface());
     }
 
@@ -216,8 +211,7 @@ private slots:
         QCOMPARE(answerer.count(), 1);
         QVERIFY(!web.page()->_enableWebServer->isChecked());
         QCOMPARE(toggled.count(), 1); // the unchecking was silent
-        acceptPage(web);
-        QCOMPARE(lmCallLog::lines(), QStringList());
+        QCOMPARE(acceptLog(web), QStringList());
     }
 
     void noConfirmationWhileFillingOrOnAClusterNode()

@@ -104,9 +104,7 @@ private slots:
 
         // With the regular reader the legacy options stay stored and written.
         setStored("RhinoOptions USEPLUGIN", false);
-        lmCallLog::clear();
-        rhino.apply();
-        QCOMPARE(lmCallLog::lines().last(),
+        QCOMPARE(applyLog(rhino).last(),
                  recordLine("Rhino", {{"mergeGeometries", "false"}, {"importNurbs", "false"}}));
     }
 
@@ -170,9 +168,7 @@ private slots:
         jt.updateGUI();
         for (QWidget *widget : legacy)
             QVERIFY(!widget->isEnabled());
-        lmCallLog::clear();
-        jt.apply();
-        QCOMPARE(lmCallLog::lines().at(1),
+        QCOMPARE(applyLog(jt).at(1),
                  recordLine("JT", {{"jtToolkit", "1"}, {"jtActiveLayerFilter", "false"}, {"jtLoadBreps", "2"}}));
     }
 

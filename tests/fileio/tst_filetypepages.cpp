@@ -177,65 +177,57 @@ private slots:
     {
         QFETCH(int, row);
         const PageRow &r = rows()[row];
-        setStored("Host own key", 1);
-        {
-            PagePtr page = r.make();
-            QCOMPARE(int(page->fileType()), r.type);
-            QCOMPARE(QString::fromStdString(page->typeName()), QString(r.prefix));
-            QCOMPARE(pagePaths(), QStringList("FileIO/" + QString(r.pageName)));
+        PagePtr page = r.make();
+        QCOMPARE(int(page->fileType()), r.type);
+        QCOMPARE(QString::fromStdString(page->typeName()), QString(r.prefix));
 
-            // The defaults carry the prefix; apply commits the record of the type.
-            page->setDefault(lmPreferences::getData(), true);
-            QStringList defaults = kUnprefixedDefaults + r.formatDefaults + QStringList("Host own key = int 1");
-            for (const QString &line : kCommonDefaults + (r.type == 13 ? kOndraDefaults : QStringList()))
-                defaults << r.prefix + line;
-            std::sort(defaults.begin(), defaults.end());
-            defaults.removeDuplicates();
-            QCOMPARE(storeDump(), defaults);
-            page->apply();
-            QCOMPARE(lmCallLog::lines(), QStringList{recordLine(r.prefix)} + r.applyLines);
-            lmImportOptions record("", false, false);
-            QVERIFY(lmImportOptions::lastWritten(r.prefix, record));
+        // The defaults carry the prefix; apply commits the record of the type.
+        page->setDefault(lmPreferences::getData(), true);
+        QStringList defaults = kUnprefixedDefaults + r.formatDefaults;
+        for (const QString &line : kCommonDefaults + (r.type == 13 ? kOndraDefaults : QStringList()))
+            defaults << r.prefix + line;
+        std::sort(defaults.begin(), defaults.end());
+        defaults.removeDuplicates();
+        QCOMPARE(storeDump(), defaults);
+        page->apply();
+        QCOMPARE(lmCallLog::lines(), QStringList{recordLine(r.prefix)} + r.applyLines);
+        lmImportOptions record("", false, false);
+        QVERIFY(lmImportOptions::lastWritten(r.prefix, record));
 
-            // The page shows the controls of its type and stores what it shows.
-            page->updateGUI();
-            QStringList controls = kUsualControls + r.shownMore;
-            for (const QString &name : r.shownLess)
-                controls.removeAll(name);
-            std::sort(controls.begin(), controls.end());
-            QCOMPARE(shownControls(page->page()), controls);
-            page->updateGUI(); // a second pass removes nothing more
-            QCOMPARE(shownControls(page->page()), controls);
-            lmCallLog::clear();
-            lmPreferencesHost::resetUnchanged();
-            page->storeGUI();
-            QCOMPARE(storeDump(), defaults);
-            // Every key is pushed on every apply, so nothing is marked unchanged.
-            QVERIFY(unchangedKeys().empty());
-            QCOMPARE(lmCallLog::lines(), QStringList());
+        // The page shows the controls of its type and stores what it shows.
+        page->updateGUI();
+        QStringList controls = kUsualControls + r.shownMore;
+        for (const QString &name : r.shownLess)
+            controls.removeAll(name);
+        std::sort(controls.begin(), controls.end());
+        QCOMPARE(shownControls(page->page()), controls);
+        page->updateGUI(); // a second pass removes nothing more
+        QCOMPARE(shownControls(page->page()), controls);
+        lmCallLog::clear();
+        lmPreferencesHost::resetUnchanged();
+        page->storeGUI();
+        QCOMPARE(storeDump(), defaults);
+        // Every key is pushed on every apply, so nothing is marked unchanged.
+        QVERIFY(unchangedKeys().empty());
+        QCOMPARE(lmCallLog::lines(), QStringList());
 
-            // Loaded values survive defaults written without overwrite; the STL
-            // page alone pins its source-reference behaviour.
-            lmMessage &store = lmPreferences::getData();
-            for (const std::string &key : store.keys()) {
-                const boost::any value = store.get(key);
-                if (lmHoldsType(value, typeid(bool)))
-                    setStored(key, !boost::any_cast<bool>(value));
-                else if (lmHoldsType(value, typeid(int)))
-                    setStored(key, boost::any_cast<int>(value) + 7);
-                else
-                    setStored(key, boost::any_cast<double>(value) * 3);
-            }
-            QStringList loaded = storeDump();
-            page->setDefault(store, false);
-            if (r.type == 29)
-                loaded.replaceInStrings("source reference behavior = int 8", "source reference behavior = int 1");
-            QCOMPARE(storeDump(), loaded);
+        // Loaded values survive defaults written without overwrite; the STL
+        // page alone pins its source-reference behaviour.
+        lmMessage &store = lmPreferences::getData();
+        for (const std::string &key : store.keys()) {
+            const boost::any value = store.get(key);
+            if (lmHoldsType(value, typeid(bool)))
+                setStored(key, !boost::any_cast<bool>(value));
+            else if (lmHoldsType(value, typeid(int)))
+                setStored(key, boost::any_cast<int>(value) + 7);
+            else
+                setStored(key, boost::any_cast<double>(value) * 3);
         }
-        // The page's keys go with it.
-        QCOMPARE(lmPreferences::getData().keys(), std::vector<std::string>{"Host own key"});
-        QVERIFY(lmPreferencesHost::pages().empty());
-        QVERIFY(lmPreferencesHost::categories().empty());
+        QStringList loaded = storeDump();
+        page->setDefault(store, false);
+        if (r.type == 29)
+            loaded.replaceInStrings("source reference behavior = int 8", "source reference behavior = int 1");
+        QCOMPARE(storeDump(), loaded);
     }
 
     void smartReferenceMappingIsLossy()
@@ -248,9 +240,7 @@ private slots:
         for (const auto &c : cases) {
             setStored("LUMOOptions import smart reference behavior", c.first);
             setStored("LUMOOptions import create as smart", c.first == 3);
-            lmCallLog::clear();
-            lumo.apply();
-            QCOMPARE(lmCallLog::lines(),
+            QCOMPARE(applyLog(lumo),
                      QStringList{recordLine("LUMO", {{"smartReferenceBehavior", c.second},
                                                      {"importAsSmartReference", c.first == 3 ? "true" : "false"}})});
             lumo.updateGUI();
@@ -319,9 +309,7 @@ private slots:
         plm.storeGUI();
         QCOMPARE(stored("PLMXML load referenced files", false), true);
         QCOMPARE(stored("PLMXMLOptions import referenced files", true), false);
-        lmCallLog::clear();
-        plm.apply();
-        QCOMPARE(lmCallLog::lines(), QStringList{recordLine("PLMXML")});
+        QCOMPARE(applyLog(plm), QStringList{recordLine("PLMXML")});
         QVERIFY(!lmPreferences::getData().contains("undefinedOptions import referenced files"));
 
         // Any other page reads its prefixed key.
@@ -435,9 +423,7 @@ private slots:
         setStored("NXOptions import empty layers", true);
         nx.updateGUI();
         QVERIFY(!nx.page()->m_emptyLayersEnabled->isChecked());
-        lmCallLog::clear();
-        nx.apply();
-        QCOMPARE(lmCallLog::lines(), QStringList{recordLine("NX", {{"importEmptyLayers", "true"}})});
+        QCOMPARE(applyLog(nx), QStringList{recordLine("NX", {{"importEmptyLayers", "true"}})});
         QVERIFY(!lmPreferences::getData().contains("NXOptions import cameras"));
     }
 

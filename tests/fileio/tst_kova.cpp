@@ -60,7 +60,6 @@ private slots:
             QCOMPARE(lmPreferences::getData().size(), std::size_t(9));
 
             QCOMPARE(applied(kova), kbLine(kDefaultOptions));
-            QCOMPARE(pagePaths(), QStringList("FileIO/Kova"));
 
             // The page shows what it stores.
             const QStringList defaults = storeDump();

@@ -22,48 +22,37 @@ class tst_Wrl : public QObject
 private slots:
     void init() { lmResetHost(); }
 
-    void optionStringForEveryChoiceAndLifetime()
+    void optionStringForEveryChoice()
     {
+        lmWrlPreferencesGUII wrl;
+        wrl.setDefault(lmPreferences::getData(), false);
+        QCOMPARE(lmPreferences::getData().keys(),
+                 std::vector<std::string>({"WrlFileIO inline textures", "WrlFileIO reader optimization"}));
+        wrl.apply();
+        QCOMPARE(lmCallLog::lines(), lines("inlineTextures=false"));
+
+        wrl.updateGUI();
+        const struct
         {
-            lmWrlPreferencesGUII wrl;
-            wrl.setDefault(lmPreferences::getData(), false);
-            QCOMPARE(lmPreferences::getData().keys(),
-                     std::vector<std::string>({"WrlFileIO inline textures", "WrlFileIO reader optimization"}));
-            wrl.apply();
-            QCOMPARE(lmCallLog::lines(), lines("inlineTextures=false"));
-
-            wrl.updateGUI();
-            const struct
-            {
-                bool inlineTextures;
-                int optimization;
-                const char *options;
-            } cases[] = {
-                {true, 1, "inlineTextures=true,optimizationCatia=true"},
-                {false, 2, "inlineTextures=false,optimizationProEngineer=true"},
-                {true, 0, "inlineTextures=true"},
-            };
-            for (const auto &c : cases) {
-                wrl.page()->_inline_textures->setChecked(c.inlineTextures);
-                wrl.page()->_optimization->setCurrentIndex(c.optimization);
-                lmPreferencesHost::resetUnchanged();
-                wrl.storeGUI();
-                lmCallLog::clear();
-                wrl.apply();
-                QCOMPARE(lmCallLog::lines(), lines(c.options));
-            }
-
-            // Nothing is change-tracked on apply: an untouched page pushes again.
-            lmPreferencesHost::resetUnchanged();
-            wrl.storeGUI();
-            QCOMPARE(unchangedKeys().size(), std::size_t(2));
-            lmCallLog::clear();
-            wrl.apply();
-            QCOMPARE(lmCallLog::lines(), lines("inlineTextures=true"));
-            QCOMPARE(pagePaths(), QStringList("FileIO/WRL"));
+            bool inlineTextures;
+            int optimization;
+            const char *options;
+        } cases[] = {
+            {true, 1, "inlineTextures=true,optimizationCatia=true"},
+            {false, 2, "inlineTextures=false,optimizationProEngineer=true"},
+            {true, 0, "inlineTextures=true"},
+        };
+        for (const auto &c : cases) {
+            wrl.page()->_inline_textures->setChecked(c.inlineTextures);
+            wrl.page()->_optimization->setCurrentIndex(c.optimization);
+            QCOMPARE(acceptLog(wrl), lines(c.options));
         }
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
-        QVERIFY(lmPreferencesHost::pages().empty());
+
+        // Nothing is change-tracked on apply: an untouched page pushes again.
+        lmPreferencesHost::resetUnchanged();
+        wrl.storeGUI();
+        QCOMPARE(unchangedKeys().size(), std::size_t(2));
+        QCOMPARE(applyLog(wrl), lines("inlineTextures=true"));
     }
 
     void storedValuesOutsideTheCombo()
@@ -79,9 +68,7 @@ private slots:
         setStored("WrlFileIO reader optimization", 3);
         wrl.updateGUI();
         QCOMPARE(wrl.page()->_optimization->currentText(), QStringLiteral("Pro Engineer"));
-        lmCallLog::clear();
-        wrl.apply();
-        QCOMPARE(lmCallLog::lines(), lines("inlineTextures=true"));
+        QCOMPARE(applyLog(wrl), lines("inlineTextures=true"));
 
         setStored("WrlFileIO inline textures", 1);
         lmStderrCapture capture;
