@@ -174,8 +174,9 @@ private slots:
         lmStderrCapture capture;
         devices.updateGUI();
         devices.apply();
-        QCOMPARE(wrongTypeReports(capture.text()),
-                 QStringList({"Devices joystick id x2", "Devices search spacemouse x2", "Devices spacemouse height x2"}));
+        QCOMPARE(
+            wrongTypeReports(capture.text()),
+            QStringList({"Devices joystick id x2", "Devices search spacemouse x2", "Devices spacemouse height x2"}));
         QCOMPARE(devices.page()->_height->value(), 4.0);
         // No driver call, no height, and the joystick falls back to id 0.
         QCOMPARE(lmCallLog::lines(), QStringList({

@@ -80,9 +80,9 @@ private slots:
         lmMarkerPreferencesGUII marker;
         startPage(marker);
         QCOMPARE(acceptLog(marker), kUntrackedPushes);
-        QCOMPARE(unchangedKeys(), std::vector<std::string>({"RenderOptions selection color",
-                                                            "RenderOptions selection in front",
-                                                            "RenderOptions wireframe selection"}));
+        QCOMPARE(unchangedKeys(),
+                 std::vector<std::string>({"RenderOptions selection color", "RenderOptions selection in front",
+                                           "RenderOptions wireframe selection"}));
     }
 
     void trackedKeysArePushedWhenChanged()
@@ -91,9 +91,9 @@ private slots:
         startPage(marker);
         marker.page()->_selection_in_front->setChecked(true);
         QCOMPARE(acceptLog(marker), kUntrackedPushes + QStringList({
-                                                            "lmScenegraph::setWireframeOverride(true)",
-                                                            "lmOSGWidget::setWireframeAlwaysInFront(true)",
-                                                        }));
+                                                           "lmScenegraph::setWireframeOverride(true)",
+                                                           "lmOSGWidget::setWireframeAlwaysInFront(true)",
+                                                       }));
         marker.page()->_wireframe_selection->setChecked(true);
         QCOMPARE(acceptLog(marker), kUntrackedPushes + QStringList("lmOSGWidget::setWireframeSelection(true)"));
     }
@@ -191,8 +191,8 @@ private slots:
         marker.updateGUI();
         lmPreferencesHost::resetUnchanged();
         marker.apply();
-        QCOMPARE(wrongTypeReports(capture.text()),
-                 QStringList({"Marker size x2", "RenderOptions selection in front x2", "Selection preselection color x2"}));
+        QCOMPARE(wrongTypeReports(capture.text()), QStringList({"Marker size x2", "RenderOptions selection in front x2",
+                                                                "Selection preselection color x2"}));
         QCOMPARE(marker.page()->_marker_size->text(), QStringLiteral("5"));
         QCOMPARE(lmCallLog::lines(), kUntrackedPushes.mid(1, 4) + QStringList({
                                                                       "lmOSGWidget::setWireframeSelection(false)",

@@ -169,7 +169,8 @@ private slots:
         QTest::newRow("ground mode") << 0 << "lmImmersiveInteractionService::setTeleportGroundMode(0)";
         QTest::newRow("teleport range") << 1 << "lmImmersiveInteractionService::setTeleportRange(2500.5)";
         QTest::newRow("hands") << 2 << "lmImmersiveInteractionService::setDefaultControllerVisualization(0)";
-        QTest::newRow("collision objects") << 3 << "lmImmersiveInteractionService::setAutoCreateCollisionObjects(false)";
+        QTest::newRow("collision objects")
+            << 3 << "lmImmersiveInteractionService::setAutoCreateCollisionObjects(false)";
         QTest::newRow("tooltips") << 4 << "lmImmersiveInteractionService::setShowTooltipsOnStart(false)";
         QTest::newRow("foveated rendering") << 5 << "lmHMDService::setFoveatedRenderingEnabled(true)";
         QTest::newRow("foveal region") << 6 << "lmHMDService::setFovealRegionSize(0.5)";
@@ -210,9 +211,9 @@ private slots:
         vr._eyeTracking->setChecked(true);
         vr._foveatedRendering->setChecked(true);
         QCOMPARE(acceptLog(vr), QStringList({
-                                         "lmHMDService::setEyeTrackingEnabled(true)",
-                                         "lmHMDService::setFoveatedRenderingEnabled(true)",
-                                     }));
+                                    "lmHMDService::setEyeTrackingEnabled(true)",
+                                    "lmHMDService::setFoveatedRenderingEnabled(true)",
+                                }));
         QCOMPARE(lmStored<bool>("HMD Eye Tracking"), false);
         QVERIFY(!vr._eyeTracking->isChecked());
 
@@ -238,7 +239,7 @@ private slots:
         setDisplay(6);
         vr._starVRFovFactor->setValue(0.5);
         QCOMPARE(acceptLog(vr), QStringList({"lmOSGWidget::setDisplayType(0)", starVRSettings("0.5", "1"),
-                                                  "lmOSGWidget::setDisplayType(6)"}));
+                                             "lmOSGWidget::setDisplayType(6)"}));
 
         setDisplay(2);
         vr._starVRFoveatedRendering->setChecked(true);

@@ -104,8 +104,7 @@ private slots:
 
         // With the regular reader the legacy options stay stored and written.
         setStored("RhinoOptions USEPLUGIN", false);
-        QCOMPARE(applyLog(rhino).last(),
-                 recordLine("Rhino", {{"mergeGeometries", "false"}, {"importNurbs", "false"}}));
+        QCOMPARE(applyLog(rhino).last(), recordLine("Rhino", {{"mergeGeometries", "false"}, {"importNurbs", "false"}}));
     }
 
     void rhinoLegacyOptionsFollowTheLegacySwitch()
@@ -233,7 +232,6 @@ private slots:
         QCOMPARE(wrongTypeReports(capture.text()), QStringList("STLOptions export x1"));
         QCOMPARE(stl.page()->m_stlExportFormat->currentIndex(), 1);
     }
-
 };
 
 QTEST_MAIN(tst_CadFormatOptions)

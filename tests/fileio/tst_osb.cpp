@@ -290,7 +290,7 @@ private slots:
     {
         lmOsbPreferencesGUII osb;
         start(osb);
-        setStored("OsbFileIO pack indices", 1);                   // read, never used
+        setStored("OsbFileIO pack indices", 1);                    // read, never used
         setStored("OsbFileIO compression type", std::string("3")); // falls back to 2
         setStored("VpbFileIO Maximal number of increments", 5);    // int, not unsigned
         osb.page()->_incrementLimit->setValue(9);
