@@ -2,16 +2,19 @@
 // change tracking), the forced modes of the restricted edition and the form's
 // enabling rules.
 #include "categories/lmDevicesPreferencesGUI.h"
-#include "lmCallLog.h"
 #include "lmHostSettings.h"
-#include "lmMessageHelpers.h"
-#include "lmPreferencesHost.h"
+#include "lmPageTestSupport.h"
 #include "lmTestSupport.h"
 
 #include <QtTest>
 
 namespace {
 
+const std::vector<std::string> kKeys = {
+    "Devices joystick",                  "Devices joystick id",         "Devices search spacemouse",
+    "Devices spacemouse fixed height",   "Devices spacemouse height",   "Devices spacemouse helicopter",
+    "Devices spacemouse rotation pivot", "Devices spacemouse two axis", "Devices spacemouse view",
+};
 
 // The apply of the professional defaults.
 const QStringList kDefaultApply = {
@@ -31,22 +34,6 @@ class tst_Devices : public QObject
 {
     Q_OBJECT
 
-private:
-    void start(lmDevicesPreferencesGUII &devices)
-    {
-        devices.setDefault(lmPreferences::getData(), false);
-        devices.apply();
-        devices.updateGUI();
-        lmCallLog::clear();
-    }
-
-    void accept(lmDevicesPreferencesGUII &devices)
-    {
-        lmPreferencesHost::resetUnchanged();
-        devices.storeGUI();
-        devices.apply();
-    }
-
 private slots:
     void init() { lmResetHost(); }
 
@@ -54,16 +41,8 @@ private slots:
     {
         lmDevicesPreferencesGUII devices;
         devices.setDefault(lmPreferences::getData(), true);
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(9));
-        QCOMPARE(lmStored<bool>("Devices search spacemouse"), false);
-        QCOMPARE(lmStored<int>("Devices spacemouse view"), 0);
-        QCOMPARE(lmStored<int>("Devices spacemouse rotation pivot"), 0);
+        QCOMPARE(lmPreferences::getData().keys(), kKeys);
         QCOMPARE(lmStored<bool>("Devices spacemouse two axis"), false);
-        QCOMPARE(lmStored<bool>("Devices spacemouse helicopter"), false);
-        QCOMPARE(lmStored<bool>("Devices spacemouse fixed height"), false);
-        QCOMPARE(lmStored<float>("Devices spacemouse height"), 0.0f);
-        QCOMPARE(lmStored<bool>("Devices joystick"), false);
-        QCOMPARE(lmStored<int>("Devices joystick id"), 0);
 
         // The same object asked again after the edition changed.
         lmHostSettings::setEdition(lmHostSettings::Restricted);
@@ -83,16 +62,14 @@ private slots:
 
         // An accept without edits still stops the driver and pushes it all.
         devices.updateGUI();
-        lmCallLog::clear();
-        accept(devices);
-        QCOMPARE(lmCallLog::lines(), kDefaultApply);
-        QVERIFY(lmPreferencesHost::unchangedKeys(lmPreferencesHost::categories().front()).empty());
+        QCOMPARE(acceptLog(devices), kDefaultApply);
+        QVERIFY(unchangedKeys().empty());
     }
 
     void editedPageIsStoredAndPushedInApplyOrder()
     {
         lmDevicesPreferencesGUII devices;
-        start(devices);
+        startPage(devices);
         lmDevicesPreferencesGUIW *page = devices.page();
         page->_search_spacemouse->setChecked(true);
         page->_viewMode->setCurrentIndex(1);
@@ -102,7 +79,7 @@ private slots:
         page->_height->setValue(1.75);
         page->_joystick->setChecked(true);
         page->_joystick_id->setValue(2);
-        accept(devices);
+        acceptPage(devices);
 
         QCOMPARE(lmStored<bool>("Devices search spacemouse"), true);
         QCOMPARE(lmStored<int>("Devices spacemouse rotation pivot"), 3);
@@ -120,26 +97,21 @@ private slots:
                                      }));
 
         // The driver is started again on the next apply, and stopped once unchecked.
-        lmCallLog::clear();
-        devices.apply();
-        QCOMPARE(lmCallLog::lines().first(), QStringLiteral("lmSpacemouse::init()"));
+        QCOMPARE(applyLog(devices).first(), QStringLiteral("lmSpacemouse::init()"));
         page->_search_spacemouse->setChecked(false);
-        lmCallLog::clear();
-        accept(devices);
-        QCOMPARE(lmCallLog::lines().first(), QStringLiteral("lmSpacemouse::terminate()"));
+        QCOMPARE(acceptLog(devices).first(), QStringLiteral("lmSpacemouse::terminate()"));
     }
 
     void restrictedEditionForcesTheSimpleModes()
     {
         lmHostSettings::setEdition(lmHostSettings::Restricted);
         lmDevicesPreferencesGUII devices;
-        start(devices);
+        startPage(devices);
         QVERIFY(devices.page()->_twoAxisMode->isChecked());
 
         // Whatever the store holds, even a mistyped key, both modes go on.
-        lmMessage &store = lmPreferences::getData();
-        store.set("Devices spacemouse two axis", boost::any(false), true);
-        store.set("Devices spacemouse helicopter", boost::any(0), true);
+        setStored("Devices spacemouse two axis", false);
+        setStored("Devices spacemouse helicopter", 0);
         lmStderrCapture capture;
         devices.apply();
         QCOMPARE(capture.text(), QString());
@@ -164,19 +136,18 @@ private slots:
     void pageFollowsTheStoreAndEnablesDependentControls()
     {
         lmDevicesPreferencesGUII devices;
-        start(devices);
+        startPage(devices);
         lmDevicesPreferencesGUIW *page = devices.page();
         QVERIFY(!page->_search_spacemouse_frame->isEnabled());
         QVERIFY(!page->_joystick_frame->isEnabled());
         QVERIFY(!page->_height->isEnabled());
 
-        lmMessage &store = lmPreferences::getData();
-        store.set("Devices search spacemouse", boost::any(true), true);
-        store.set("Devices spacemouse fixed height", boost::any(true), true);
-        store.set("Devices spacemouse height", boost::any(-12.5f), true);
-        store.set("Devices spacemouse rotation pivot", boost::any(2), true);
-        store.set("Devices joystick", boost::any(true), true);
-        store.set("Devices joystick id", boost::any(3), true);
+        setStored("Devices search spacemouse", true);
+        setStored("Devices spacemouse fixed height", true);
+        setStored("Devices spacemouse height", -12.5f);
+        setStored("Devices spacemouse rotation pivot", 2);
+        setStored("Devices joystick", true);
+        setStored("Devices joystick id", 3);
         devices.updateGUI();
         QVERIFY(page->_search_spacemouse_frame->isEnabled());
         QVERIFY(page->_height->isEnabled());
@@ -194,20 +165,18 @@ private slots:
     void wrongTypedKeysAreSkippedAndTheRestIsPushed()
     {
         lmDevicesPreferencesGUII devices;
-        start(devices);
+        startPage(devices);
         devices.page()->_height->setValue(4.0);
-        lmMessage &store = lmPreferences::getData();
-        store.set("Devices spacemouse height", boost::any(7.0), true); // double, not float
-        store.set("Devices joystick id", boost::any(1u), true);
-        store.set("Devices search spacemouse", boost::any(std::string("true")), true);
+        setStored("Devices spacemouse height", 7.0); // double, not float
+        setStored("Devices joystick id", 1u);
+        setStored("Devices search spacemouse", std::string("true"));
 
         lmStderrCapture capture;
         devices.updateGUI();
         devices.apply();
-        const QString printed = capture.text();
-        QCOMPARE(printed.count("getFromMessage : Attribute 'Devices spacemouse height' has wrong type"), 2);
-        QCOMPARE(printed.count("getFromMessage : Attribute 'Devices joystick id' has wrong type"), 2);
-        QCOMPARE(printed.count("getFromMessage : Attribute 'Devices search spacemouse' has wrong type"), 2);
+        QCOMPARE(
+            wrongTypeReports(capture.text()),
+            QStringList({"Devices joystick id x2", "Devices search spacemouse x2", "Devices spacemouse height x2"}));
         QCOMPARE(devices.page()->_height->value(), 4.0);
         // No driver call, no height, and the joystick falls back to id 0.
         QCOMPARE(lmCallLog::lines(), QStringList({
@@ -220,30 +189,13 @@ private slots:
                                      }));
 
         // Without the flag there is no joystick call at all; storeGUI repairs the types.
-        store.remove("Devices joystick");
+        lmPreferences::getData().remove("Devices joystick");
         lmCallLog::clear();
         devices.apply();
         QVERIFY(!lmCallLog::lines().join('\n').contains("setJoystickNavigation"));
         devices.storeGUI();
         QCOMPARE(lmStored<float>("Devices spacemouse height"), 4.0f);
         QCOMPARE(lmStored<bool>("Devices joystick"), false);
-    }
-
-    void pageSitsUnderDevicesAndLeavesNothingBehind()
-    {
-        lmHostSettings::setEdition(lmHostSettings::Restricted);
-        {
-            lmDevicesPreferencesGUII devices;
-            devices.setDefault(lmPreferences::getData(), false);
-            const auto pages = lmPreferencesHost::pages();
-            QCOMPARE(pages.size(), std::size_t(1));
-            QCOMPARE(pages[0].group, QStringLiteral("Devices"));
-            QCOMPARE(pages[0].page, QStringLiteral("Devices"));
-            QCOMPARE(pages[0].widget->objectName(), QStringLiteral("lmDevicesPreferencesGUI"));
-            QCOMPARE(pages[0].widget->windowTitle(), QStringLiteral("Form1"));
-        }
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
-        QVERIFY(lmPreferencesHost::pages().empty());
     }
 };
 

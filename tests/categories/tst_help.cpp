@@ -2,18 +2,15 @@
 // that follow the location, the directory chooser and the one host call, for
 // the popup kind.
 #include "categories/lmHelpPreferencesGUI.h"
-#include "lmCallLog.h"
 #include "lmController.h"
 #include "lmHostSettings.h"
-#include "lmMessageHelpers.h"
-#include "lmPreferencesHost.h"
+#include "lmPageTestSupport.h"
 #include "lmTestSupport.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
-
 
 QString toolclipCall(bool simple)
 {
@@ -27,22 +24,6 @@ class tst_Help : public QObject
 {
     Q_OBJECT
 
-private:
-    void start(lmHelpPreferencesGUII &help)
-    {
-        help.setDefault(lmPreferences::getData(), false);
-        help.apply();
-        help.updateGUI();
-        lmCallLog::clear();
-    }
-
-    void accept(lmHelpPreferencesGUII &help)
-    {
-        lmPreferencesHost::resetUnchanged();
-        help.storeGUI();
-        help.apply();
-    }
-
 private slots:
     void init() { lmResetHost(); }
 
@@ -51,10 +32,9 @@ private slots:
         lmHostSettings::setDataDir("/opt/lumo");
         lmHelpPreferencesGUII help;
         help.setDefault(lmPreferences::getData(), false);
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(3));
-        QCOMPARE(lmStored<int>("Help Location"), 0);
+        QCOMPARE(lmPreferences::getData().keys(),
+                 std::vector<std::string>({"Help Location", "Help Path", "Help Popup"}));
         QCOMPARE(lmStored<QString>("Help Path"), QStringLiteral("file:////opt/lumo\\ToolClip\\Help"));
-        QCOMPARE(lmStored<int>("Help Popup"), 0);
 
         // Built from the data directory each time defaults are written.
         lmHostSettings::setDataDir("C:\\Program Files\\LUMO");
@@ -62,19 +42,12 @@ private slots:
         QCOMPARE(lmStored<QString>("Help Path"), QStringLiteral("file:///C:\\Program Files\\LUMO\\ToolClip\\Help"));
         help.updateGUI();
         QCOMPARE(help.page()->_help_path->text(), lmStored<QString>("Help Path"));
-
-        const auto pages = lmPreferencesHost::pages();
-        QCOMPARE(pages.size(), std::size_t(1));
-        QCOMPARE(pages[0].group, QStringLiteral("Help"));
-        QVERIFY(pages[0].page.isEmpty());
-        QCOMPARE(help.page()->_help_path_button->minimumSize(), QSize(26, 26));
-        QCOMPARE(help.page()->_help_path_button->maximumSize(), QSize(26, 26));
     }
 
     void pathControlsFollowTheLocation()
     {
         lmHelpPreferencesGUII help;
-        start(help);
+        startPage(help);
         lmHelpPreferencesGUIW *page = help.page();
         QVERIFY(page->_help_path->isHidden());
         QVERIFY(page->_help_path_button->isHidden());
@@ -88,7 +61,7 @@ private slots:
         QVERIFY(page->_help_path_button->isHidden());
 
         // Loaded preferences show them as well.
-        lmPreferences::getData().set("Help Location", boost::any(1), true);
+        setStored("Help Location", 1);
         help.updateGUI();
         QVERIFY(!page->_help_path->isHidden());
     }
@@ -98,7 +71,7 @@ private slots:
         QTemporaryDir dir;
         lmHostSettings::setDataDir(dir.path());
         lmHelpPreferencesGUII help;
-        start(help);
+        startPage(help);
         const QString before = help.page()->_help_path->text();
 
         {
@@ -117,9 +90,8 @@ private slots:
         QCOMPARE(help.page()->_help_path->text(), "file:///" + chosen);
 
         // A path alone reaches the store but not the host.
-        accept(help);
+        QCOMPARE(acceptLog(help), QStringList());
         QCOMPARE(lmStored<QString>("Help Path"), "file:///" + chosen);
-        QCOMPARE(lmCallLog::lines(), QStringList());
     }
 
     void onlyThePopupKindReachesTheHost()
@@ -129,44 +101,33 @@ private slots:
         help.apply();
         QCOMPARE(lmCallLog::lines(), QStringList({toolclipCall(false)}));
         help.updateGUI();
-        lmCallLog::clear();
-
-        accept(help);
-        QCOMPARE(lmCallLog::lines(), QStringList());
+        QCOMPARE(acceptLog(help), QStringList());
 
         help.page()->_helpLocationComboBox->setCurrentIndex(1);
         help.page()->_help_path->setText("http://intranet/help");
-        accept(help);
+        QCOMPARE(acceptLog(help), QStringList());
         QCOMPARE(lmStored<int>("Help Location"), 1);
-        QCOMPARE(lmCallLog::lines(), QStringList());
 
         help.page()->_helpPopupComboBox->setCurrentIndex(1);
-        accept(help);
+        QCOMPARE(acceptLog(help), QStringList({toolclipCall(true)}));
         QCOMPARE(lmStored<int>("Help Popup"), 1);
-        QCOMPARE(lmCallLog::lines(), QStringList({toolclipCall(true)}));
-
         help.page()->_helpPopupComboBox->setCurrentIndex(0);
-        accept(help);
-        QCOMPARE(lmCallLog::lines(), QStringList({toolclipCall(true), toolclipCall(false)}));
+        QCOMPARE(acceptLog(help), QStringList({toolclipCall(false)}));
     }
 
     void wrongTypedKeysAreSkipped()
     {
         lmHelpPreferencesGUII help;
-        start(help);
+        startPage(help);
         help.page()->_help_path->setText("kept");
-        lmMessage &store = lmPreferences::getData();
-        store.set("Help Location", boost::any(1.0f), true);
-        store.set("Help Path", boost::any(std::string("file:///elsewhere")), true);
-        store.set("Help Popup", boost::any(true), true);
+        setStored("Help Location", 1.0f);
+        setStored("Help Path", std::string("file:///elsewhere"));
+        setStored("Help Popup", true);
 
         lmStderrCapture capture;
         help.updateGUI();
         help.apply();
-        const QString printed = capture.text();
-        QCOMPARE(printed.count("getFromMessage : Attribute 'Help Location' has wrong type"), 2);
-        QCOMPARE(printed.count("getFromMessage : Attribute 'Help Path' has wrong type"), 2);
-        QCOMPARE(printed.count("getFromMessage : Attribute 'Help Popup' has wrong type"), 2);
+        QCOMPARE(wrongTypeReports(capture.text()), QStringList({"Help Location x2", "Help Path x2", "Help Popup x2"}));
         QCOMPARE(help.page()->_helpLocationComboBox->currentIndex(), 0);
         QCOMPARE(help.page()->_help_path->text(), QStringLiteral("kept"));
         // An unreadable popup kind still updates the host, with plain toolclips.
@@ -185,16 +146,6 @@ private slots:
                                          "lmController::call(\"noArguments\", {}, 1)",
                                          "lmController::call(\"updateView\", {name=\"a \\\"b\\\"\", odd=?, zoom=1.5}, 0)",
                                      }));
-    }
-
-    void destructionLeavesNothingBehind()
-    {
-        {
-            lmHelpPreferencesGUII help;
-            help.setDefault(lmPreferences::getData(), false);
-        }
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
-        QVERIFY(lmPreferencesHost::pages().empty());
     }
 };
 

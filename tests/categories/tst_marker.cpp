@@ -1,10 +1,8 @@
 // The selection page: six values pushed on every apply, three shared render
 // options pushed only when changed, and the colour pickers.
 #include "categories/lmMarkerPreferencesGUI.h"
-#include "lmCallLog.h"
 #include "lmHostSettings.h"
-#include "lmMessageHelpers.h"
-#include "lmPreferencesHost.h"
+#include "lmPageTestSupport.h"
 #include "lmTestSupport.h"
 
 #include <QColorDialog>
@@ -22,27 +20,11 @@ const QStringList kUntrackedPushes = {
     "lmScenegraph::setPreselectionColor(Color3f(0.1, 0.3, 0.9))",
 };
 
-
 QList<float> colorOf(const QLMColorManipulator *picker)
 {
     float r = -1.0f, g = -1.0f, b = -1.0f;
     picker->getColor(r, g, b);
     return {r, g, b};
-}
-
-void accept(lmMarkerPreferencesGUII &marker)
-{
-    lmPreferencesHost::resetUnchanged();
-    marker.storeGUI();
-    marker.apply();
-}
-
-void start(lmMarkerPreferencesGUII &marker)
-{
-    marker.setDefault(lmPreferences::getData(), false);
-    marker.apply();
-    marker.updateGUI();
-    lmCallLog::clear();
 }
 
 // Picks a colour in the picker's dialog, as a user does.
@@ -72,9 +54,11 @@ private slots:
     {
         lmMarkerPreferencesGUII marker;
         marker.setDefault(lmPreferences::getData(), true);
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(9));
-        QVERIFY(lmPreferences::getData().get("Marker size").type() == typeid(float));
-        QVERIFY(lmStored<osg::Color3f>("RenderOptions selection color") == osg::Color3f(0.956f, 0.521f, 0.086f));
+        QCOMPARE(lmPreferences::getData().keys(),
+                 std::vector<std::string>({"LOD selection", "Marker size", "RenderOptions selection color",
+                                           "RenderOptions selection in front", "RenderOptions wireframe selection",
+                                           "Selection auto scroll", "Selection preselection color",
+                                           "Selection preselection enabled", "Transparent Object Selection"}));
 
         marker.apply();
         QCOMPARE(lmCallLog::lines(), kUntrackedPushes + QStringList({
@@ -85,23 +69,18 @@ private slots:
                                                         }));
 
         marker.updateGUI();
-        lmMarkerPreferencesGUIW *page = marker.page();
-        QCOMPARE(page->_marker_size->text(), QStringLiteral("1"));
-        QVERIFY(page->_marker_size->validator());
-        QVERIFY(page->_lod_selection->isChecked());
-        QCOMPARE(colorOf(page->_preselection_color), QList<float>({0.1f, 0.3f, 0.9f}));
-        QCOMPARE(colorOf(page->_scolor), QList<float>({0.956f, 0.521f, 0.086f}));
-        QVERIFY(!page->_lod_selection->isHidden());
-        QVERIFY(!page->_selection_in_front->isHidden());
+        QCOMPARE(marker.page()->_marker_size->text(), QStringLiteral("1"));
+        QCOMPARE(colorOf(marker.page()->_scolor), QList<float>({0.956f, 0.521f, 0.086f}));
+        QVERIFY(!marker.page()->_lod_selection->isHidden());
+        QVERIFY(!marker.page()->_selection_in_front->isHidden());
     }
 
     void acceptWithoutEditsPushesOnlyTheUntrackedKeys()
     {
         lmMarkerPreferencesGUII marker;
-        start(marker);
-        accept(marker);
-        QCOMPARE(lmCallLog::lines(), kUntrackedPushes);
-        QCOMPARE(lmPreferencesHost::unchangedKeys(lmPreferencesHost::categories().front()),
+        startPage(marker);
+        QCOMPARE(acceptLog(marker), kUntrackedPushes);
+        QCOMPARE(unchangedKeys(),
                  std::vector<std::string>({"RenderOptions selection color", "RenderOptions selection in front",
                                            "RenderOptions wireframe selection"}));
     }
@@ -109,33 +88,28 @@ private slots:
     void trackedKeysArePushedWhenChanged()
     {
         lmMarkerPreferencesGUII marker;
-        start(marker);
+        startPage(marker);
         marker.page()->_selection_in_front->setChecked(true);
-        accept(marker);
-        QCOMPARE(lmCallLog::lines(), kUntrackedPushes + QStringList({
-                                                            "lmScenegraph::setWireframeOverride(true)",
-                                                            "lmOSGWidget::setWireframeAlwaysInFront(true)",
-                                                        }));
+        QCOMPARE(acceptLog(marker), kUntrackedPushes + QStringList({
+                                                           "lmScenegraph::setWireframeOverride(true)",
+                                                           "lmOSGWidget::setWireframeAlwaysInFront(true)",
+                                                       }));
         marker.page()->_wireframe_selection->setChecked(true);
-        lmCallLog::clear();
-        accept(marker);
-        QCOMPARE(lmCallLog::lines(), kUntrackedPushes + QStringList("lmOSGWidget::setWireframeSelection(true)"));
+        QCOMPARE(acceptLog(marker), kUntrackedPushes + QStringList("lmOSGWidget::setWireframeSelection(true)"));
     }
 
     void markerSizeTextIsStoredAsAFloat()
     {
         lmMarkerPreferencesGUII marker;
-        start(marker);
+        startPage(marker);
         marker.page()->_marker_size->clear();
-        accept(marker);
+        acceptPage(marker);
         QCOMPARE(lmStored<float>("Marker size"), 0.0f);
         QCOMPARE(lmCallLog::lines().first(), QStringLiteral("lmScenegraph::setMarkerSize(0)"));
 
         QTest::keyClicks(marker.page()->_marker_size, "2.75");
-        lmCallLog::clear();
-        accept(marker);
-        QCOMPARE(lmCallLog::lines().first(), QStringLiteral("lmScenegraph::setMarkerSize(2.75)"));
-        lmPreferences::getData().set("Marker size", 0.123456789f, true);
+        QCOMPARE(acceptLog(marker).first(), QStringLiteral("lmScenegraph::setMarkerSize(2.75)"));
+        setStored("Marker size", 0.123456789f);
         marker.updateGUI();
         QCOMPARE(marker.page()->_marker_size->text(), QStringLiteral("0.123457"));
     }
@@ -147,16 +121,15 @@ private slots:
         QVERIFY(marker.page()->_lod_selection->isHidden());
         QVERIFY(marker.page()->_selection_in_front->isHidden());
         QVERIFY(!marker.page()->_wireframe_selection->isHidden());
-        start(marker);
+        startPage(marker);
         QCOMPARE(lmStored<bool>("LOD selection"), false);
-        accept(marker);
-        QCOMPARE(lmCallLog::lines().at(1), QStringLiteral("lmScenegraph::setLODSelection(false)"));
+        QCOMPARE(acceptLog(marker).at(1), QStringLiteral("lmScenegraph::setLODSelection(false)"));
     }
 
     void wireframeColourEchoesIntoItsOwnPicker()
     {
         lmMarkerPreferencesGUII marker;
-        start(marker);
+        startPage(marker);
         lmMarkerPreferencesGUIW *page = marker.page();
         emit page->_scolor->colorChanged(0.25f, 0.5f, 0.75f);
         QCOMPARE(colorOf(page->_scolor), QList<float>({0.25f, 0.5f, 0.75f}));
@@ -169,15 +142,14 @@ private slots:
         emit page->_preselection_color->colorChanged(1.0f, 1.0f, 1.0f);
         QCOMPARE(colorOf(page->_preselection_color), QList<float>({0.1f, 0.3f, 0.9f}));
 
-        accept(marker);
-        QCOMPARE(lmCallLog::lines(),
+        QCOMPARE(acceptLog(marker),
                  kUntrackedPushes + QStringList("lmScenegraph::setSelectionColor(Color3f(0.25, 0.5, 0.75))"));
     }
 
     void coloursChosenInTheDialogReachTheHost()
     {
         lmMarkerPreferencesGUII marker;
-        start(marker);
+        startPage(marker);
         lmMarkerPreferencesGUIW *page = marker.page();
         QSignalSpy preselectionSpy(page->_preselection_color, &QLMColorManipulator::colorChanged);
         {
@@ -192,7 +164,7 @@ private slots:
         QCOMPARE(preselectionSpy.count(), 1);
         QCOMPARE(colorOf(page->_preselection_color), QList<float>({1.0f, 0.0f, 0.0f}));
         QCOMPARE(colorOf(page->_scolor), QList<float>({0.0f, 0.0f, 1.0f}));
-        accept(marker);
+        acceptPage(marker);
         QStringList expected = kUntrackedPushes;
         expected.last() = "lmScenegraph::setPreselectionColor(Color3f(1, 0, 0))";
         QCOMPARE(lmCallLog::lines(), expected + QStringList("lmScenegraph::setSelectionColor(Color3f(0, 0, 1))"));
@@ -209,21 +181,18 @@ private slots:
     void wrongTypedKeysAreSkipped()
     {
         lmMarkerPreferencesGUII marker;
-        start(marker);
-        lmMessage &store = lmPreferences::getData();
-        store.set("Marker size", 2.0, true); // double, not float
-        store.set("Selection preselection color", std::vector<float>{1.0f, 0.0f, 0.0f}, true);
-        store.set("RenderOptions selection in front", 1, true);
+        startPage(marker);
+        setStored("Marker size", 2.0); // double, not float
+        setStored("Selection preselection color", std::vector<float>{1.0f, 0.0f, 0.0f});
+        setStored("RenderOptions selection in front", 1);
         marker.page()->_marker_size->setText("5");
 
         lmStderrCapture capture;
         marker.updateGUI();
         lmPreferencesHost::resetUnchanged();
         marker.apply();
-        const QString printed = capture.text();
-        QCOMPARE(printed.count("getFromMessage : Attribute 'Marker size' has wrong type"), 2);
-        QCOMPARE(printed.count("getFromMessage : Attribute 'Selection preselection color' has wrong type"), 2);
-        QCOMPARE(printed.count("getFromMessage : Attribute 'RenderOptions selection in front' has wrong type"), 2);
+        QCOMPARE(wrongTypeReports(capture.text()), QStringList({"Marker size x2", "RenderOptions selection in front x2",
+                                                                "Selection preselection color x2"}));
         QCOMPARE(marker.page()->_marker_size->text(), QStringLiteral("5"));
         QCOMPARE(lmCallLog::lines(), kUntrackedPushes.mid(1, 4) + QStringList({
                                                                       "lmOSGWidget::setWireframeSelection(false)",

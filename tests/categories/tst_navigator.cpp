@@ -2,16 +2,13 @@
 // apply that re-pushes everything but the mode, the enabling rules and the
 // interaction presets.
 #include "categories/lmNavigatorPreferencesGUI.h"
-#include "lmCallLog.h"
 #include "lmHostSettings.h"
-#include "lmMessageHelpers.h"
-#include "lmPreferencesHost.h"
+#include "lmPageTestSupport.h"
 #include "lmTestSupport.h"
 
 #include <QtTest>
 
 namespace {
-
 
 // What an apply of the default values pushes after the mode, in order.
 QStringList defaultPushes()
@@ -35,32 +32,10 @@ QStringList defaultPushes()
     };
 }
 
-// defaultPushes() with the lines of the given operations replaced.
+// The default pushes with the given calls changed.
 QStringList pushesWith(const QStringList &replacements)
 {
-    QStringList lines = defaultPushes();
-    for (const QString &replacement : replacements) {
-        const QString operation = replacement.left(replacement.indexOf('(') + 1);
-        for (QString &line : lines)
-            if (line.startsWith(operation))
-                line = replacement;
-    }
-    return lines;
-}
-
-void accept(lmNavigatorPreferencesGUII &navigator)
-{
-    lmPreferencesHost::resetUnchanged();
-    navigator.storeGUI();
-    navigator.apply();
-}
-
-void start(lmNavigatorPreferencesGUII &navigator)
-{
-    navigator.setDefault(lmPreferences::getData(), false);
-    navigator.apply();
-    navigator.updateGUI();
-    lmCallLog::clear();
+    return withCalls(defaultPushes(), replacements);
 }
 
 } // namespace
@@ -76,40 +51,23 @@ private slots:
     {
         lmNavigatorPreferencesGUII navigator;
         navigator.setDefault(lmPreferences::getData(), true);
-        const lmMessage &store = lmPreferences::getData();
-        QCOMPARE(store.size(), std::size_t(16));
-        QVERIFY(store.get("Interaction mode").type() == typeid(int));
-        QVERIFY(store.get("Navigator animate camera duration").type() == typeid(float));
-        QVERIFY(store.get("Navigator orbit detection time").type() == typeid(int));
-        QCOMPARE(lmStored<int>("Navigator mode"), 3);
+        QCOMPARE(lmPreferences::getData().size(), std::size_t(16));
 
         navigator.apply();
         QCOMPARE(lmCallLog::lines(), QStringList("lmOSGWidget::setNavMode(-1, 3)") + defaultPushes());
 
         navigator.updateGUI();
-        lmNavigatorPreferencesGUIW *page = navigator.page();
-        QCOMPARE(page->_nav_mode->currentText(), QStringLiteral("TwoAxis"));
-        QCOMPARE(page->_nav_mode->count(), 4);
-        QCOMPARE(page->_interaction_mode->currentText(), QStringLiteral("LUMO"));
-        QCOMPARE(page->_navigation_speed_mode->currentText(), QStringLiteral("Limited"));
-        QCOMPARE(page->_dolly_axis->currentText(), QStringLiteral("Vertical Only"));
-        QCOMPARE(page->_animate_camera_duration->value(), 20.0);
-        QCOMPARE(page->_orbit_detection_area->value(), 40);
-        QCOMPARE(page->_orbit_detection_time->maximum(), 99999);
-        QCOMPARE(page->_panning_speed->maximum(), 1000.0);
-        QCOMPARE(page->_dolly_speed->decimals(), 2);
-        QCOMPARE(page->_animate_camera_duration->minimum(), 0.0);
-        QVERIFY(!page->_auto_center->isHidden());
+        QCOMPARE(navigator.page()->_nav_mode->currentText(), QStringLiteral("TwoAxis"));
+        QCOMPARE(navigator.page()->_nav_mode->count(), 4);
+        QVERIFY(!navigator.page()->_auto_center->isHidden());
     }
 
     void acceptRePushesAllButAnUnchangedMode()
     {
         lmNavigatorPreferencesGUII navigator;
-        start(navigator);
-        accept(navigator);
-        QCOMPARE(lmCallLog::lines(), defaultPushes());
-        QCOMPARE(lmPreferencesHost::unchangedKeys(lmPreferencesHost::categories().front()),
-                 std::vector<std::string>{"Navigator mode"});
+        startPage(navigator);
+        QCOMPARE(acceptLog(navigator), defaultPushes());
+        QCOMPARE(unchangedKeys(), std::vector<std::string>{"Navigator mode"});
 
         // A new mode goes first; edited values are stored and pushed.
         lmNavigatorPreferencesGUIW *page = navigator.page();
@@ -118,26 +76,22 @@ private slots:
         page->_orbit_detection_area->setValue(12);
         page->_dolly_speed->setValue(2.5);
         page->_navigation_speed_mode->setCurrentIndex(0);
-        lmCallLog::clear();
-        accept(navigator);
+        QCOMPARE(acceptLog(navigator),
+                 QStringList("lmOSGWidget::setNavMode(-1, 4)") +
+                     pushesWith({"lmOSGWidget::setNavOrbitMode(true)", "lmOSGWidget::setNavOrbitDetectionArea(12)",
+                                 "lmOSGWidget::setNavDollySpeed(2.5)", "lmOSGWidget::setNavSpeedMode(0)"}));
         QCOMPARE(lmStored<int>("Navigator mode"), 4);
         QCOMPARE(lmStored<float>("Navigator dolly speed"), 2.5f);
-        QCOMPARE(lmCallLog::lines(), QStringList("lmOSGWidget::setNavMode(-1, 4)")
-                                         + pushesWith({"lmOSGWidget::setNavOrbitMode(true)",
-                                                       "lmOSGWidget::setNavOrbitDetectionArea(12)",
-                                                       "lmOSGWidget::setNavDollySpeed(2.5)",
-                                                       "lmOSGWidget::setNavSpeedMode(0)"}));
     }
 
     void analysisModeForcesBothDollyInversions()
     {
         lmHostSettings::setAnalysisMode(true);
         lmNavigatorPreferencesGUII navigator;
-        start(navigator);
-        accept(navigator);
+        startPage(navigator);
+        QCOMPARE(acceptLog(navigator),
+                 pushesWith({"lmOSGWidget::setNavInvertDollyAxis(true)", "lmOSGWidget::setNavInvertWheelDolly(true)"}));
         QCOMPARE(lmStored<bool>("Navigator invert zoom"), false);
-        QCOMPARE(lmCallLog::lines(), pushesWith({"lmOSGWidget::setNavInvertDollyAxis(true)",
-                                                 "lmOSGWidget::setNavInvertWheelDolly(true)"}));
     }
 
     void essentialsOffersTwoModesAndHidesAutoCenter()
@@ -150,10 +104,10 @@ private slots:
         QVERIFY(page->_auto_center->isHidden());
 
         // A mode stored by a full edition finds no item; storing it writes 0.
-        lmPreferences::getData().set("Navigator mode", 1, true);
-        start(navigator);
+        setStored("Navigator mode", 1);
+        startPage(navigator);
         QCOMPARE(page->_nav_mode->currentIndex(), -1);
-        accept(navigator);
+        acceptPage(navigator);
         QCOMPARE(lmStored<int>("Navigator mode"), 0);
         QCOMPARE(lmCallLog::lines().first(), QStringLiteral("lmOSGWidget::setNavMode(-1, 0)"));
     }
@@ -161,7 +115,7 @@ private slots:
     void enablingRulesFollowTheControls()
     {
         lmNavigatorPreferencesGUII navigator;
-        start(navigator);
+        startPage(navigator);
         lmNavigatorPreferencesGUIW *page = navigator.page();
         // From the start: orbit off, limited speed without pivot panning.
         QVERIFY(page->_animate_camera_duration->isEnabled());
@@ -221,7 +175,7 @@ private slots:
         QFETCH(bool, pivotEnabled);
         QFETCH(bool, panningSpeedEnabled);
         lmNavigatorPreferencesGUII navigator;
-        start(navigator);
+        startPage(navigator);
         lmNavigatorPreferencesGUIW *page = navigator.page();
         page->_dolly_speed->setValue(3.0); // not part of any preset
 
@@ -232,14 +186,11 @@ private slots:
         QCOMPARE(lmCallLog::size(), 0);
         QCOMPARE(lmStored<int>("Interaction mode"), 0);
 
-        accept(navigator);
-        QCOMPARE(lmCallLog::lines(), pushesWith(pushes << "lmOSGWidget::setNavDollySpeed(3)"));
+        QCOMPARE(acceptLog(navigator), pushesWith(pushes << "lmOSGWidget::setNavDollySpeed(3)"));
 
         // Back to LUMO restores its conventions on every preset control.
         page->_interaction_mode->setCurrentText("LUMO");
-        lmCallLog::clear();
-        accept(navigator);
-        QCOMPARE(lmCallLog::lines(), pushesWith({"lmOSGWidget::setNavDollySpeed(3)"}));
+        QCOMPARE(acceptLog(navigator), pushesWith({"lmOSGWidget::setNavDollySpeed(3)"}));
         QVERIFY(page->_pivot_based_panning->isEnabled());
         QVERIFY(!page->_panning_speed->isEnabled());
     }
@@ -247,11 +198,10 @@ private slots:
     void loadingAStoredModeKeepsTheStoredDetails()
     {
         lmNavigatorPreferencesGUII navigator;
-        start(navigator);
-        lmMessage &store = lmPreferences::getData();
-        store.set("Interaction mode", 1, true);
-        store.set("Navigator speed mode", 0, true);
-        store.remove("Navigator invert zoom");
+        startPage(navigator);
+        setStored("Interaction mode", 1);
+        setStored("Navigator speed mode", 0);
+        lmPreferences::getData().remove("Navigator invert zoom");
         navigator.updateGUI();
         lmNavigatorPreferencesGUIW *page = navigator.page();
         QCOMPARE(page->_interaction_mode->currentText(), QStringLiteral("Ondra"));
@@ -260,7 +210,7 @@ private slots:
         QVERIFY(!page->_invert_dolly->isChecked());
 
         // An unknown mode clears the combo and leaves the controls alone.
-        store.set("Interaction mode", 7, true);
+        setStored("Interaction mode", 7);
         navigator.updateGUI();
         QCOMPARE(page->_interaction_mode->currentIndex(), -1);
         QCOMPARE(page->_navigation_speed_mode->currentIndex(), 0);
@@ -269,21 +219,18 @@ private slots:
     void wrongTypedKeysAreSkipped()
     {
         lmNavigatorPreferencesGUII navigator;
-        start(navigator);
-        lmMessage &store = lmPreferences::getData();
-        store.set("Navigator mode", 4.0f, true);
-        store.set("Navigator panning speed", 2.0, true); // double, not float
-        store.set("Interaction mode", true, true);
+        startPage(navigator);
+        setStored("Navigator mode", 4.0f);
+        setStored("Navigator panning speed", 2.0); // double, not float
+        setStored("Interaction mode", true);
         navigator.page()->_panning_speed->setValue(7.0);
 
         lmStderrCapture capture;
         navigator.updateGUI();
         lmPreferencesHost::resetUnchanged();
         navigator.apply();
-        const QString printed = capture.text();
-        QCOMPARE(printed.count("getFromMessage : Attribute 'Navigator mode' has wrong type"), 2);
-        QCOMPARE(printed.count("getFromMessage : Attribute 'Navigator panning speed' has wrong type"), 2);
-        QCOMPARE(printed.count("getFromMessage : Attribute 'Interaction mode' has wrong type"), 2);
+        QCOMPARE(wrongTypeReports(capture.text()),
+                 QStringList({"Interaction mode x2", "Navigator mode x2", "Navigator panning speed x2"}));
         QCOMPARE(navigator.page()->_panning_speed->value(), 7.0);
         QStringList expected = defaultPushes();
         expected.removeAll("lmOSGWidget::setNavPanningSpeed(1)");

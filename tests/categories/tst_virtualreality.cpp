@@ -2,68 +2,26 @@
 // through the preference service into the shared store, the page, the store
 // with unchanged marks, and the calls apply makes to the headset services.
 #include "categories/lmVirtualRealityPreferencesGUI.h"
-#include "lmCallLog.h"
-#include "lmHostSettings.h"
 #include "lmKernelServicesHost.h"
-#include "lmMessageHelpers.h"
 #include "lmOSGWidget.h"
-#include "lmPreferences.h"
-#include "lmPreferencesHost.h"
+#include "lmPageTestSupport.h"
 #include "lmTestSupport.h"
 
 #include <QtTest>
 
-#include <algorithm>
+#include <functional>
 
 namespace {
 
-using Value = boost::any;
-
-// Key, type and default as the host's store must hold them.
-const std::vector<std::pair<std::string, Value>> kDefaults = {
-    {"VR Teleport Ground Mode", 1},
-    {"VR Teleport Range", 15000.0f},
-    {"VR Visualise Hands", 1},
-    {"VR Auto Create Collision Objects", true},
-    {"VR Show Tooltips on start", true},
-    {"StarVR Foveated Rendering Enabled", false},
-    {"StarVR Foveated FOV Factor", 0.35f},
-    {"StarVR Foveated Resolution Scale", 0.6f},
-    {"StarVR Non-Foveated Resolution Scale", 0.4f},
-    {"StarVR Front View Resolution Scale", 1.0f},
-    {"StarVR Side View Resolution Scale", 1.0f},
-    {"StarVR Single Texture Per Eye", false},
-    {"HMD Eye Tracking", false},
-    {"HMD Foveated Rendering", false},
-    {"HMD Foveal Region Size", 0.3f},
-    {"HMD Foveated Quality Preset", 0},
-    {"HMD Foveated Custom Quality Inner", 3},
-    {"HMD Foveated Custom Quality Middle", 1},
-    {"HMD Foveated Custom Quality Periphery", 2},
+// Every key of the page, in key order.
+const std::vector<std::string> kKeys = {
+    "HMD Eye Tracking", "HMD Foveal Region Size", "HMD Foveated Custom Quality Inner",
+    "HMD Foveated Custom Quality Middle", "HMD Foveated Custom Quality Periphery", "HMD Foveated Quality Preset",
+    "HMD Foveated Rendering", "StarVR Foveated FOV Factor", "StarVR Foveated Rendering Enabled",
+    "StarVR Foveated Resolution Scale", "StarVR Front View Resolution Scale", "StarVR Non-Foveated Resolution Scale",
+    "StarVR Side View Resolution Scale", "StarVR Single Texture Per Eye", "VR Auto Create Collision Objects",
+    "VR Show Tooltips on start", "VR Teleport Ground Mode", "VR Teleport Range", "VR Visualise Hands",
 };
-
-
-template <class T>
-void store(const char *key, T value)
-{
-    lmPreferences::getData().set(key, boost::any(value), true);
-}
-
-bool sameValue(const Value &a, const Value &b)
-{
-    if (!lmHoldsType(a, b.type()))
-        return false;
-    if (lmHoldsType(a, typeid(int)))
-        return boost::any_cast<int>(a) == boost::any_cast<int>(b);
-    if (lmHoldsType(a, typeid(float)))
-        return boost::any_cast<float>(a) == boost::any_cast<float>(b);
-    return boost::any_cast<bool>(a) == boost::any_cast<bool>(b);
-}
-
-std::vector<std::string> unchangedKeys()
-{
-    return lmPreferencesHost::unchangedKeys(lmPreferencesHost::categories().front());
-}
 
 QString starVRSettings(const char *fovFactor, const char *sideScale, bool native = false)
 {
@@ -85,14 +43,6 @@ const QStringList kInitialApply = {
     "lmHMDService::setFoveatedQualityPreset(0)",
     "lmHMDService::setFoveatedCustomQuality(3, 1, 2)",
 };
-
-// What the host does when the dialog is accepted.
-void accept(lmVirtualRealityPreferencesGUII &vr)
-{
-    lmPreferencesHost::resetUnchanged();
-    vr.storeGUI();
-    vr.apply();
-}
 
 // A started host: defaults written, initial apply done, page filled.
 void start(lmVirtualRealityPreferencesGUII &vr)
@@ -118,68 +68,32 @@ class tst_VirtualReality : public QObject
 private slots:
     void init() { lmResetHost(); }
 
-    void defaultsLandInTheSharedStoreWithTheirTypes()
+    void defaultsLandInTheSharedStore()
     {
-        {
-            store("HMD Foveal Region Size", 0.5f); // loaded before the defaults
-            lmVirtualRealityPreferencesGUII vr;
-            vr.setDefault(false);
-            QCOMPARE(lmStored<float>("HMD Foveal Region Size"), 0.5f);
-            vr.setDefault(true);
-            const lmMessage &data = lmPreferences::getData();
-            QCOMPARE(data.size(), kDefaults.size());
-            for (const auto &entry : kDefaults)
-                QVERIFY2(sameValue(data.get(entry.first), entry.second), entry.first.c_str());
-
-            const auto pages = lmPreferencesHost::pages();
-            QCOMPARE(pages.size(), std::size_t(1));
-            QCOMPARE(pages[0].group, QStringLiteral("Virtual Reality"));
-            QVERIFY(pages[0].page.isEmpty());
-            QCOMPARE(pages[0].widget, static_cast<QWidget *>(&vr));
-            QCOMPARE(vr.objectName(), QStringLiteral("lmVirtualRealityPreferencesGUI"));
-        }
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
-        QVERIFY(lmPreferencesHost::pages().empty());
-        QVERIFY(lmPreferencesHost::categories().empty());
-    }
-
-    void pageOffersTheShadingQualitiesAsItemData()
-    {
+        setStored("HMD Foveal Region Size", 0.5f); // loaded before the defaults
         lmVirtualRealityPreferencesGUII vr;
-        const QStringList rings = {"1 Sample", "1 Sample per 4 pixel", "1 Sample per 16 pixel",
-                                   "2 Samples", "4 Samples", "8 Samples"};
-        for (QComboBox *ring : {vr._innerQuality, vr._middleQuality, vr._peripheryQuality}) {
-            QCOMPARE(ring->count(), rings.size());
-            for (int i = 0; i < ring->count(); ++i) {
-                QCOMPARE(ring->itemText(i), rings[i]);
-                QCOMPARE(ring->itemData(i).toInt(), i);
-            }
-        }
-        const QStringList presets = {"Highest Performance", "Balanced", "Highest Quality", "Custom"};
-        for (int i = 0; i < presets.size(); ++i) {
-            QCOMPARE(vr._shadingQuality->itemText(i), presets[i]);
-            QCOMPARE(vr._shadingQuality->itemData(i).toInt(), i);
-        }
-        QVERIFY(vr._middleQuality->toolTip().startsWith("Defines the quality for the middle ring:\n\n1 Sample: Native"));
-        QVERIFY(vr._peripheryQuality->toolTip().startsWith("Defines the quality for the peripheral ring:"));
-        QVERIFY(vr._innerQuality->toolTip().endsWith("with a minimum corresponding Multisampling sample amount.\n\n"));
+        vr.setDefault(false);
+        QCOMPARE(lmStored<float>("HMD Foveal Region Size"), 0.5f);
+        vr.setDefault(true);
+        QCOMPARE(lmPreferences::getData().keys(), kKeys);
+        QCOMPARE(lmStored<float>("HMD Foveal Region Size"), 0.3f);
     }
 
     void updateGUIShowsTheStoreWithSignalsBlocked()
     {
         lmVirtualRealityPreferencesGUII vr;
         vr.setDefault(false);
-        store("VR Teleport Ground Mode", 0);
-        store("VR Teleport Range", 2500.0f);
-        store("VR Visualise Hands", 0);
-        store("VR Show Tooltips on start", false);
-        store("StarVR Foveated Rendering Enabled", true);
-        store("StarVR Foveated FOV Factor", 0.5f);
-        store("HMD Eye Tracking", true);
-        store("HMD Foveal Region Size", 0.45f);
-        store("HMD Foveated Quality Preset", 3);
-        store("HMD Foveated Custom Quality Inner", 0);
-        store("HMD Foveated Custom Quality Periphery", 4);
+        setStored("VR Teleport Ground Mode", 0);
+        setStored("VR Teleport Range", 2500.0f);
+        setStored("VR Visualise Hands", 0);
+        setStored("VR Show Tooltips on start", false);
+        setStored("StarVR Foveated Rendering Enabled", true);
+        setStored("StarVR Foveated FOV Factor", 0.5f);
+        setStored("HMD Eye Tracking", true);
+        setStored("HMD Foveal Region Size", 0.45f);
+        setStored("HMD Foveated Quality Preset", 3);
+        setStored("HMD Foveated Custom Quality Inner", 0);
+        setStored("HMD Foveated Custom Quality Periphery", 4);
 
         QSignalSpy preset(vr._shadingQuality, QOverload<int>::of(&QComboBox::currentIndexChanged));
         QSignalSpy inner(vr._innerQuality, QOverload<int>::of(&QComboBox::currentIndexChanged));
@@ -189,20 +103,12 @@ private slots:
         vr.updateGUI();
         QCOMPARE(preset.count() + inner.count() + native.count() + region.count() + range.count(), 0);
 
-        QCOMPARE(vr._groundMode->currentIndex(), 0);
-        QCOMPARE(vr._teleportRange->value(), 2500.0);
-        QCOMPARE(vr._visualization->currentIndex(), 0);
-        QVERIFY(vr._createCollisionObjects->isChecked());
-        QVERIFY(!vr._showTooltips->isChecked());
-        QVERIFY(vr._starVRFoveatedRendering->isChecked());
-        QCOMPARE(float(vr._starVRFovFactor->value()), 0.5f);
-        QCOMPARE(float(vr._starVRNonFoveatedResolutionScale->value()), 0.4f);
-        QVERIFY(vr._eyeTracking->isChecked());
-        QCOMPARE(float(vr._fovealRegionSize->value()), 0.45f);
         QCOMPARE(vr._shadingQuality->currentText(), QStringLiteral("Custom"));
-        QCOMPARE(vr._innerQuality->currentText(), QStringLiteral("1 Sample"));
-        QCOMPARE(vr._middleQuality->currentText(), QStringLiteral("1 Sample per 4 pixel"));
         QCOMPARE(vr._peripheryQuality->currentText(), QStringLiteral("4 Samples"));
+        // The page shows every value: storing it again changes nothing.
+        const QStringList loaded = storeDump();
+        vr.storeGUI();
+        QCOMPARE(storeDump(), loaded);
 
         // What the blocked signals would have updated is updated all the same.
         QVERIFY(vr._starVRFovFactor->isEnabled());
@@ -217,9 +123,9 @@ private slots:
         lmVirtualRealityPreferencesGUII vr;
         start(vr);
         vr._teleportRange->setValue(100.0);
-        store("VR Teleport Ground Mode", 7);
-        store("HMD Foveated Custom Quality Middle", 9);
-        store("VR Teleport Range", 2500); // int under a float key
+        setStored("VR Teleport Ground Mode", 7);
+        setStored("HMD Foveated Custom Quality Middle", 9);
+        setStored("VR Teleport Range", 2500); // int under a float key
         lmPreferences::getData().remove("HMD Foveal Region Size");
         vr._fovealRegionSize->setValue(0.8);
 
@@ -240,13 +146,8 @@ private slots:
         lmVirtualRealityPreferencesGUII vr;
         start(vr);
         setDisplay(6);
-        accept(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList());
-        std::vector<std::string> keys;
-        for (const auto &entry : kDefaults)
-            keys.push_back(entry.first);
-        std::sort(keys.begin(), keys.end());
-        QCOMPARE(unchangedKeys(), keys);
+        QCOMPARE(acceptLog(vr), QStringList());
+        QCOMPARE(unchangedKeys(), kKeys);
     }
 
     void initialApplyPushesEveryStepInOrder()
@@ -261,39 +162,45 @@ private slots:
         QCOMPARE(int(lmOSGWidget::getDisplayType()), 6);
     }
 
-    void changedControlsAreStoredTypedAndPushedAlone()
+    void eachChangedControlIsPushedAlone_data()
     {
-        lmVirtualRealityPreferencesGUII vr;
-        start(vr);
-        vr._groundMode->setCurrentIndex(0);
-        vr._teleportRange->setValue(2500.5);
-        vr._createCollisionObjects->setChecked(false);
-        vr._shadingQuality->setCurrentIndex(3);
-        vr._innerQuality->setCurrentIndex(5);
-        accept(vr);
-
-        QCOMPARE(lmStored<int>("VR Teleport Ground Mode"), 0);
-        QCOMPARE(lmStored<float>("VR Teleport Range"), 2500.5f);
-        QCOMPARE(lmStored<bool>("VR Auto Create Collision Objects"), false);
-        QCOMPARE(lmStored<int>("HMD Foveated Quality Preset"), 3);
-        QCOMPARE(lmStored<int>("HMD Foveated Custom Quality Inner"), 5);
-        QCOMPARE(lmCallLog::lines(), QStringList({
-                                         "lmImmersiveInteractionService::setTeleportGroundMode(0)",
-                                         "lmImmersiveInteractionService::setTeleportRange(2500.5)",
-                                         "lmImmersiveInteractionService::setAutoCreateCollisionObjects(false)",
-                                         "lmHMDService::setFoveatedQualityPreset(3)",
-                                         "lmHMDService::setFoveatedCustomQuality(5, 1, 2)",
-                                     }));
-        QCOMPARE(unchangedKeys().size(), kDefaults.size() - 5);
+        QTest::addColumn<int>("control");
+        QTest::addColumn<QString>("call");
+        QTest::newRow("ground mode") << 0 << "lmImmersiveInteractionService::setTeleportGroundMode(0)";
+        QTest::newRow("teleport range") << 1 << "lmImmersiveInteractionService::setTeleportRange(2500.5)";
+        QTest::newRow("hands") << 2 << "lmImmersiveInteractionService::setDefaultControllerVisualization(0)";
+        QTest::newRow("collision objects")
+            << 3 << "lmImmersiveInteractionService::setAutoCreateCollisionObjects(false)";
+        QTest::newRow("tooltips") << 4 << "lmImmersiveInteractionService::setShowTooltipsOnStart(false)";
+        QTest::newRow("foveated rendering") << 5 << "lmHMDService::setFoveatedRenderingEnabled(true)";
+        QTest::newRow("foveal region") << 6 << "lmHMDService::setFovealRegionSize(0.5)";
+        QTest::newRow("preset") << 7 << "lmHMDService::setFoveatedQualityPreset(3)";
+        // One ring changed pushes all three.
+        QTest::newRow("inner ring") << 8 << "lmHMDService::setFoveatedCustomQuality(5, 1, 2)";
+        QTest::newRow("periphery ring") << 9 << "lmHMDService::setFoveatedCustomQuality(3, 1, 0)";
     }
 
-    void onePeripheryChangePushesAllThreeRings()
+    void eachChangedControlIsPushedAlone()
     {
+        QFETCH(int, control);
+        QFETCH(QString, call);
         lmVirtualRealityPreferencesGUII vr;
         start(vr);
-        vr._peripheryQuality->setCurrentIndex(0);
-        accept(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList({"lmHMDService::setFoveatedCustomQuality(3, 1, 0)"}));
+        const std::function<void()> edits[] = {
+            [&] { vr._groundMode->setCurrentIndex(0); },
+            [&] { vr._teleportRange->setValue(2500.5); },
+            [&] { vr._visualization->setCurrentIndex(0); },
+            [&] { vr._createCollisionObjects->setChecked(false); },
+            [&] { vr._showTooltips->setChecked(false); },
+            [&] { vr._foveatedRendering->setChecked(true); },
+            [&] { vr._fovealRegionSize->setValue(0.5); },
+            [&] { vr._shadingQuality->setCurrentIndex(3); },
+            [&] { vr._innerQuality->setCurrentIndex(5); },
+            [&] { vr._peripheryQuality->setCurrentIndex(0); },
+        };
+        edits[control]();
+        QCOMPARE(acceptLog(vr), QStringList(call));
+        QCOMPARE(unchangedKeys().size(), kKeys.size() - 1);
     }
 
     void eyeTrackingTheHeadsetRefusesIsReverted()
@@ -303,24 +210,20 @@ private slots:
         lmKernelServicesHost::setEyeTrackingSupported(false);
         vr._eyeTracking->setChecked(true);
         vr._foveatedRendering->setChecked(true);
-        accept(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList({
-                                         "lmHMDService::setEyeTrackingEnabled(true)",
-                                         "lmHMDService::setFoveatedRenderingEnabled(true)",
-                                     }));
+        QCOMPARE(acceptLog(vr), QStringList({
+                                    "lmHMDService::setEyeTrackingEnabled(true)",
+                                    "lmHMDService::setFoveatedRenderingEnabled(true)",
+                                }));
         QCOMPARE(lmStored<bool>("HMD Eye Tracking"), false);
         QVERIFY(!vr._eyeTracking->isChecked());
 
         // The reverted request stays off on the next accept.
-        lmCallLog::clear();
-        accept(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList());
+        QCOMPARE(acceptLog(vr), QStringList());
 
         // A confirmed request persists.
         lmKernelServicesHost::setEyeTrackingSupported(true);
         vr._eyeTracking->setChecked(true);
-        accept(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList({"lmHMDService::setEyeTrackingEnabled(true)"}));
+        QCOMPARE(acceptLog(vr), QStringList({"lmHMDService::setEyeTrackingEnabled(true)"}));
         QCOMPARE(lmStored<bool>("HMD Eye Tracking"), true);
         QVERIFY(vr._eyeTracking->isChecked());
     }
@@ -330,25 +233,22 @@ private slots:
         lmVirtualRealityPreferencesGUII vr;
         start(vr);
         // Changed behind the page: the headset keeps its own side scale.
-        store("StarVR Side View Resolution Scale", 1.5f);
+        setStored("StarVR Side View Resolution Scale", 1.5f);
         vr.updateGUI();
 
         setDisplay(6);
         vr._starVRFovFactor->setValue(0.5);
-        accept(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList({"lmOSGWidget::setDisplayType(0)", starVRSettings("0.5", "1"),
-                                                  "lmOSGWidget::setDisplayType(6)"}));
+        QCOMPARE(acceptLog(vr), QStringList({"lmOSGWidget::setDisplayType(0)", starVRSettings("0.5", "1"),
+                                             "lmOSGWidget::setDisplayType(6)"}));
 
         setDisplay(2);
         vr._starVRFoveatedRendering->setChecked(true);
-        accept(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList({starVRSettings("0.5", "1", true)}));
+        QCOMPARE(acceptLog(vr), QStringList({starVRSettings("0.5", "1", true)}));
         QCOMPARE(int(lmOSGWidget::getDisplayType()), 2);
 
         setDisplay(6);
         vr._fovealRegionSize->setValue(0.5);
-        accept(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList({"lmHMDService::setFovealRegionSize(0.5)"}));
+        QCOMPARE(acceptLog(vr), QStringList({"lmHMDService::setFovealRegionSize(0.5)"}));
     }
 
     void withoutStarVRSupportTheStarVRKeysStayInTheStore()
@@ -363,8 +263,7 @@ private slots:
         lmCallLog::clear();
         vr.updateGUI();
         vr._starVRSingleTexture->setChecked(true);
-        accept(vr);
-        QCOMPARE(lmCallLog::lines(), QStringList());
+        QCOMPARE(acceptLog(vr), QStringList());
         QCOMPARE(lmStored<bool>("StarVR Single Texture Per Eye"), true);
     }
 
@@ -393,11 +292,7 @@ private slots:
 
         vr._innerQuality->setCurrentIndex(5);
         QCOMPARE(warning->text(), QStringLiteral("Requires RT-AA with 8x Multisampling"));
-        QCOMPARE(warning->toolTip(),
-                 QStringLiteral("The selected shading quality requires Realtime Antialiasing with at least 8 "
-                                "Multisampling samples.\nCheck the number of samples used by the Realtime "
-                                "Antialising levels in \nPreferences > Render Options > Visualization Advanced > "
-                                "Realtime Antialiasing Presets."));
+        QVERIFY(warning->toolTip().contains("with at least 8 Multisampling samples."));
 
         // The largest ring wins, wherever it is.
         vr._innerQuality->setCurrentIndex(0);
@@ -420,7 +315,7 @@ private slots:
             lmStderrCapture capture;
             vr.setDefault(false);
             vr.updateGUI();
-            accept(vr);
+            acceptPage(vr);
             QCOMPARE(capture.text().count("lmKernelServiceFactory: couldn't find class 'lmPreferencesService'!\n"), 4);
             QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
             QCOMPARE(lmCallLog::lines(), QStringList());

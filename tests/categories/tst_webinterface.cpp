@@ -2,12 +2,10 @@
 // the confirmation before the server is enabled, and the apply that always
 // stops the server and restarts it by the process kind or the store.
 #include "categories/lmWebInterfacePreferencesGUI.h"
-#include "lmCallLog.h"
 #include "lmController.h"
 #include "lmHostProcess.h"
 #include "lmHostSettings.h"
-#include "lmMessageHelpers.h"
-#include "lmPreferencesHost.h"
+#include "lmPageTestSupport.h"
 #include "lmTestSupport.h"
 #include "lmWebInterface.h"
 
@@ -22,33 +20,11 @@ const QString kStart = QStringLiteral("lmController::enableWebInterface(true)");
 // A running server is told the stored debug mode after every restart.
 const QString kDebugOff = QStringLiteral("lmWebInterface::setDebugMode(false)");
 
-
-void store(const char *key, const boost::any &value)
-{
-    lmPreferences::getData().set(key, value, true);
-}
-
 } // namespace
 
 class tst_WebInterface : public QObject
 {
     Q_OBJECT
-
-private:
-    void start(lmWebInterfacePreferencesGUII &web)
-    {
-        web.setDefault(lmPreferences::getData(), false);
-        web.apply();
-        web.updateGUI();
-        lmCallLog::clear();
-    }
-
-    void accept(lmWebInterfacePreferencesGUII &web)
-    {
-        lmPreferencesHost::resetUnchanged();
-        web.storeGUI();
-        web.apply();
-    }
 
 private slots:
     // Neither the caller's environment nor an earlier case may disable the server.
@@ -63,6 +39,7 @@ private slots:
     {
         lmWebInterfacePreferencesGUII web;
         web.setDefault(lmPreferences::getData(), true);
+        // Ports, allowed hosts and the Python switch never reach the call log.
         QCOMPARE(lmPreferences::getData().size(), std::size_t(8));
         QCOMPARE(lmStored<bool>(kEnableKey), false);
         QCOMPARE(lmStored<int>("WebInterface port"), 8888);
@@ -73,21 +50,11 @@ private slots:
         QCOMPARE(lmStored<std::string>("WebInterface white list"), std::string());
         QCOMPARE(lmStored<bool>("WebInterface secure python"), true);
 
-        store("WebInterface white list", boost::any(std::string("10.0.0.1\nbuild-host")));
+        setStored("WebInterface white list", std::string("10.0.0.1\nbuild-host"));
         web.page()->_whiteListText->setPlainText("stale");
         web.updateGUI();
-        lmWebInterfacePreferencesGUIW *page = web.page();
-        QCOMPARE(page->_port->value(), 8888);
-        QCOMPARE(page->_sslPort->value(), 8444);
-        QVERIFY(page->_securePython->isChecked());
-        QVERIFY(!page->_whiteList->isChecked());
-        QCOMPARE(page->_whiteListText->toPlainText(), QStringLiteral("10.0.0.1\nbuild-host"));
-
-        const auto pages = lmPreferencesHost::pages();
-        QCOMPARE(pages.size(), std::size_t(1));
-        QCOMPARE(pages[0].group, QStringLiteral("WebInterface"));
-        QVERIFY(pages[0].page.isEmpty());
-        QCOMPARE(pages[0].widget->objectName(), QStringLiteral("lmWebInterfacePreferencesGUI"));
+        QCOMPARE(web.page()->_port->value(), 8888);
+        QCOMPARE(web.page()->_whiteListText->toPlainText(), QStringLiteral("10.0.0.1\nbuild-host"));
     }
 
     void onlyExactlyOneDisables_data()
@@ -110,22 +77,27 @@ private slots:
         QFETCH(QByteArray, value);
         QFETCH(bool, disabled);
         qputenv(variable.constData(), value);
-        lmWebInterfacePreferencesGUII web;
-        // Read once, at construction.
-        qunsetenv(variable.constData());
+        {
+            lmWebInterfacePreferencesGUII web;
+            // Read once, at construction.
+            qunsetenv(variable.constData());
 
-        QCOMPARE(web.isDisabled(), disabled);
-        QCOMPARE(lmPreferencesHost::pages().size(), std::size_t(disabled ? 0 : 1));
-        web.setDefault(lmPreferences::getData(), false);
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(8));
+            QCOMPARE(web.isDisabled(), disabled);
+            QCOMPARE(lmPreferencesHost::pages().size(), std::size_t(disabled ? 0 : 1));
+            web.setDefault(lmPreferences::getData(), false);
+            QCOMPARE(lmPreferences::getData().size(), std::size_t(8));
 
-        // Enabled in the store and a port on the command line: a disabled
-        // server is stopped and stays stopped.
-        store(kEnableKey, boost::any(true));
-        lmHostProcess::setWebInterfacePort(9000);
-        web.apply();
-        QCOMPARE(lmCallLog::lines(), disabled ? QStringList({kStop}) : QStringList({kStop, kStart, kDebugOff}));
-        QCOMPARE(lmController::getWebInterface() != nullptr, !disabled);
+            // Enabled in the store and a port on the command line: a disabled
+            // server is stopped and stays stopped.
+            setStored(kEnableKey, true);
+            lmHostProcess::setWebInterfacePort(9000);
+            web.apply();
+            QCOMPARE(lmCallLog::lines(), disabled ? QStringList({kStop}) : QStringList({kStop, kStart, kDebugOff}));
+            QCOMPARE(lmController::getWebInterface() != nullptr, !disabled);
+        }
+        // The keys go with the category, page or not.
+        QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
+        QVERIFY(lmPreferencesHost::categories().empty());
     }
 
     void restrictedEditionNeverRunsTheServer()
@@ -136,7 +108,7 @@ private slots:
         QVERIFY(web.isDisabled());
         QVERIFY(lmPreferencesHost::pages().empty());
         web.setDefault(lmPreferences::getData(), false);
-        store("WebInterface debug mode", boost::any(true));
+        setStored("WebInterface debug mode", true);
         web.apply();
         QCOMPARE(lmCallLog::lines(), QStringList({kStop}));
     }
@@ -165,43 +137,38 @@ private slots:
         lmHostProcess::setWebInterfacePipe(kind == "pipe" ? "lumo-pipe" : "");
 
         lmWebInterfacePreferencesGUII web;
-        start(web);
+        startPage(web);
         web.page()->_port->setValue(8890);
-        accept(web);
+        QCOMPARE(acceptLog(web), restarted ? QStringList({kStop, kStart, kDebugOff}) : QStringList({kStop, kStop}));
         QCOMPARE(lmStored<bool>(kEnableKey), false);
-        QCOMPARE(lmCallLog::lines(), restarted ? QStringList({kStop, kStart, kDebugOff}) : QStringList({kStop, kStop}));
     }
 
     void applyActsOnlyOnChangesAndSetsDebugModeOfARunningServer()
     {
         lmWebInterfacePreferencesGUII web;
-        start(web);
-        accept(web);
-        QCOMPARE(lmCallLog::lines(), QStringList());
+        startPage(web);
+        QCOMPARE(acceptLog(web), QStringList());
 
         // Debug mode alone: the server is off, so there is no one to tell.
         web.page()->_debugMode->setChecked(true);
-        accept(web);
-        QCOMPARE(lmCallLog::lines(), QStringList({kStop, kStop}));
+        QCOMPARE(acceptLog(web), QStringList({kStop, kStop}));
 
         lmCallLog::clear();
-        store(kEnableKey, boost::any(true));
+        setStored(kEnableKey, true);
         web.apply(); // nothing is marked unchanged after a host load
         QCOMPARE(lmCallLog::lines(), QStringList({kStop, kStart, "lmWebInterface::setDebugMode(true)"}));
         QVERIFY(lmController::getWebInterface()->getDebugMode());
 
         // A server that fails to start gets no debug mode.
         lmHostProcess::setWebInterfaceStartFails(true);
-        lmCallLog::clear();
-        web.apply();
-        QCOMPARE(lmCallLog::lines(), QStringList({kStop, kStart}));
+        QCOMPARE(applyLog(web), QStringList({kStop, kStart}));
         QVERIFY(!lmController::getWebInterface());
     }
 
     void confirmationAcceptedKeepsTheBoxChecked()
     {
         lmWebInterfacePreferencesGUII web;
-        start(web);
+        startPage(web);
         lmDialogAnswerer answerer({lmDialogAnswerer::clickButton("Enable")});
         web.page()->_enableWebServer->setChecked(true);
 
@@ -209,20 +176,13 @@ private slots:
         const lmDialogAnswerer::Seen &seen = answerer.seen().front();
         QCOMPARE(seen.className, QStringLiteral("QMessageBox"));
         QCOMPARE(seen.title, QStringLiteral("Enable Web Server"));
-        QCOMPARE(seen.text, QStringLiteral("Do you really want to enable the Web Server?\nThe Web Server allows the "
-                                           "execution of Python commands from remote locations!"));
-        QCOMPARE(seen.informativeText,
-                 QStringLiteral("Choosing \"Enable\" enables the Web Server.\nYou are advised to set up a local "
-                                "firewall to protect yourself from unauthorized access.\n\nChoosing \"Do Not "
-                                "Enable\" leaves the Web Server disabled."));
         QStringList buttons = seen.buttons;
         buttons.sort();
         QCOMPARE(buttons, QStringList({"Do Not Enable", "Enable"}));
         QVERIFY(web.page()->_enableWebServer->isChecked());
 
-        accept(web);
+        QCOMPARE(acceptLog(web), QStringList({kStop, kStart, kDebugOff}));
         QCOMPARE(lmStored<bool>(kEnableKey), true);
-        QCOMPARE(lmCallLog::lines(), QStringList({kStop, kStart, kDebugOff}));
 
         // Unchecking asks nothing.
         web.page()->_enableWebServer->setChecked(false);
@@ -240,7 +200,7 @@ private slots:
     {
         QFETCH(bool, escape);
         lmWebInterfacePreferencesGUII web;
-        start(web);
+        startPage(web);
         QSignalSpy toggled(web.page()->_enableWebServer, &QCheckBox::toggled);
         lmDialogAnswerer answerer(
             {escape ? lmDialogAnswerer::reject() : lmDialogAnswerer::clickButton("Do Not Enable")});
@@ -249,17 +209,16 @@ private slots:
         QCOMPARE(answerer.count(), 1);
         QVERIFY(!web.page()->_enableWebServer->isChecked());
         QCOMPARE(toggled.count(), 1); // the unchecking was silent
-        accept(web);
-        QCOMPARE(lmCallLog::lines(), QStringList());
+        QCOMPARE(acceptLog(web), QStringList());
     }
 
     void noConfirmationWhileFillingOrOnAClusterNode()
     {
         {
             lmWebInterfacePreferencesGUII web;
-            start(web);
+            startPage(web);
             lmDialogAnswerer answerer;
-            store(kEnableKey, boost::any(true));
+            setStored(kEnableKey, true);
             web.updateGUI();
             QCOMPARE(answerer.count(), 0);
             QVERIFY(web.page()->_enableWebServer->isChecked());
@@ -272,7 +231,7 @@ private slots:
         lmResetHost();
         lmHostProcess::setVServerNode(true);
         lmWebInterfacePreferencesGUII web;
-        start(web);
+        startPage(web);
         QCOMPARE(lmPreferencesHost::pages().size(), std::size_t(1));
         lmDialogAnswerer answerer;
         web.page()->_enableWebServer->setChecked(true);
@@ -283,7 +242,7 @@ private slots:
     void allowedHostsFollowTheirControls()
     {
         lmWebInterfacePreferencesGUII web;
-        start(web);
+        startPage(web);
         lmWebInterfacePreferencesGUIW *page = web.page();
         QVERIFY(!page->_whiteListText->isEnabled());
         page->_whiteList->setChecked(true);
@@ -295,31 +254,28 @@ private slots:
         QVERIFY(page->_whiteListText->isEnabled());
 
         page->_whiteListText->setPlainText("host-a\nhost-b");
-        accept(web);
+        QCOMPARE(acceptLog(web), QStringList({kStop, kStop}));
         QCOMPARE(lmStored<bool>("WebInterface use white list"), true);
         QCOMPARE(lmStored<std::string>("WebInterface white list"), std::string("host-a\nhost-b"));
-        QCOMPARE(lmCallLog::lines(), QStringList({kStop, kStop}));
     }
 
     void wrongTypedKeysLeaveTheServerStopped()
     {
         lmWebInterfacePreferencesGUII web;
-        start(web);
+        startPage(web);
         web.page()->_port->setValue(9999);
-        store(kEnableKey, boost::any(1));
-        store("WebInterface port", boost::any(std::string("8888")));
-        store("WebInterface debug mode", boost::any(1.0f));
-        store("WebInterface white list", boost::any(QStringLiteral("qstring")));
+        setStored(kEnableKey, 1);
+        setStored("WebInterface port", std::string("8888"));
+        setStored("WebInterface debug mode", 1.0f);
+        setStored("WebInterface white list", QStringLiteral("qstring"));
 
         lmStderrCapture capture;
         lmDialogAnswerer answerer;
         web.updateGUI();
         web.apply();
-        const QString printed = capture.text();
-        QCOMPARE(printed.count(QString("getFromMessage : Attribute '%1' has wrong type").arg(kEnableKey)), 2);
-        QCOMPARE(printed.count("getFromMessage : Attribute 'WebInterface port' has wrong type"), 1);
-        QCOMPARE(printed.count("getFromMessage : Attribute 'WebInterface debug mode' has wrong type"), 2);
-        QCOMPARE(printed.count("getFromMessage : Attribute 'WebInterface white list' has wrong type"), 1);
+        QCOMPARE(wrongTypeReports(capture.text()),
+                 QStringList({"WebInterface debug mode x2", "WebInterface enable web server2 x2",
+                              "WebInterface port x1", "WebInterface white list x1"}));
         QCOMPARE(web.page()->_port->value(), 9999);
         QCOMPARE(answerer.count(), 0);
         QCOMPARE(lmCallLog::lines(), QStringList({kStop}));
@@ -339,18 +295,6 @@ private slots:
         QVERIFY(lmController::getWebInterface());
         lmResetHost();
         QVERIFY(!lmController::getWebInterface());
-    }
-
-    void destructionRemovesTheKeysEvenWithoutAPage()
-    {
-        qputenv("LUMO_DISABLE_WEBINTERFACE", "1");
-        {
-            lmWebInterfacePreferencesGUII web;
-            web.setDefault(lmPreferences::getData(), false);
-            QCOMPARE(lmPreferences::getData().size(), std::size_t(8));
-        }
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
-        QVERIFY(lmPreferencesHost::categories().empty());
     }
 };
 

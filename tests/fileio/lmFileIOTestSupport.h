@@ -1,8 +1,7 @@
 #pragma once
 
 // Store access shared by the file I/O page tests.
-#include "lmMessageHelpers.h"
-#include "lmPreferences.h"
+#include "../categories/lmPageTestSupport.h"
 
 #include <string>
 
@@ -12,9 +11,4 @@ bool holds(const std::string &key, const T &expected)
 {
     const boost::any &value = lmPreferences::getData().get(key);
     return !value.empty() && lmHoldsType(value, typeid(T)) && *boost::unsafe_any_cast<T>(&value) == expected;
-}
-
-inline void setKey(const std::string &key, const boost::any &value)
-{
-    lmPreferences::getData().set(key, value, true);
 }

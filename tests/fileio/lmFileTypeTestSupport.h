@@ -1,13 +1,11 @@
 #pragma once
 
 // Helpers shared by the CAD page tests: the exact call-log line of a committed
-// import options record, a printable snapshot of the store, and whether a
-// control of the shared form would be shown.
+// import options record, a lenient store read, and whether a control of the
+// shared form would be shown.
 #include "fileio/lmFileTypePreferences.h"
-#include "lmCallLog.h"
+#include "lmFileIOTestSupport.h"
 #include "lmImportOptions.h"
-#include "lmMessageHelpers.h"
-#include "lmPreferences.h"
 
 #include <QMap>
 #include <QStringList>
@@ -52,45 +50,11 @@ inline QString recordLine(const QString &typeName, const QMap<QString, QString> 
     return line + ')';
 }
 
-// "key = type value" for every key of the store, in key order.
-inline QStringList storeDump()
-{
-    QStringList lines;
-    for (const auto &entry : lmPreferences::getData().values()) {
-        const boost::any &value = entry.second;
-        QString text;
-        if (lmHoldsType(value, typeid(bool)))
-            text = QStringLiteral("bool ") + QString::fromStdString(lmLogText(boost::any_cast<bool>(value)));
-        else if (lmHoldsType(value, typeid(int)))
-            text = QStringLiteral("int ") + QString::number(boost::any_cast<int>(value));
-        else if (lmHoldsType(value, typeid(double)))
-            text = QStringLiteral("double ") + QString::fromStdString(lmLogText(boost::any_cast<double>(value)));
-        else
-            text = QStringLiteral("other ") + QString::fromLatin1(value.type().name());
-        lines << QString::fromStdString(entry.first) + QStringLiteral(" = ") + text;
-    }
-    return lines;
-}
-
 template <class T>
 T stored(const std::string &key, T fallback)
 {
     getFromMessage(lmPreferences::getData(), key, fallback);
     return fallback;
-}
-
-// Defaults written, initial apply done and the page filled, as at start-up.
-inline void startPage(lmFileTypePreferences &page)
-{
-    page.setDefault(lmPreferences::getData(), false);
-    page.apply();
-    page.updateGUI();
-    lmCallLog::clear();
-}
-
-inline void setStored(const std::string &key, const boost::any &value)
-{
-    lmPreferences::getData().set(key, value, true);
 }
 
 // Shown when the page is shown and the control's tab is selected: no widget

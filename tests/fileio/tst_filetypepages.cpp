@@ -163,19 +163,17 @@ class tst_FileTypePages : public QObject
 {
     Q_OBJECT
 
-private:
-    void addRows()
+private slots:
+    void init() { lmResetHost(); }
+
+    void eachPageOverTheSharedBase_data()
     {
         QTest::addColumn<int>("row");
         for (std::size_t i = 0; i < rows().size(); ++i)
             QTest::newRow(rows()[i].pageName) << int(i);
     }
 
-private slots:
-    void init() { lmResetHost(); }
-
-    void defaultsCarryThePrefix_data() { addRows(); }
-    void defaultsCarryThePrefix()
+    void eachPageOverTheSharedBase()
     {
         QFETCH(int, row);
         const PageRow &r = rows()[row];
@@ -183,21 +181,35 @@ private slots:
         QCOMPARE(int(page->fileType()), r.type);
         QCOMPARE(QString::fromStdString(page->typeName()), QString(r.prefix));
 
-        const auto pages = lmPreferencesHost::pages();
-        QCOMPARE(pages.size(), std::size_t(1));
-        QCOMPARE(pages[0].group, QStringLiteral("FileIO"));
-        QCOMPARE(pages[0].page, QString(r.pageName));
-        QCOMPARE(pages[0].widget->objectName(), QStringLiteral("lmFileTypePreferencesGUI"));
-
+        // The defaults carry the prefix; apply commits the record of the type.
         page->setDefault(lmPreferences::getData(), true);
-        QStringList expected = kUnprefixedDefaults + r.formatDefaults;
+        QStringList defaults = kUnprefixedDefaults + r.formatDefaults;
         for (const QString &line : kCommonDefaults + (r.type == 13 ? kOndraDefaults : QStringList()))
-            expected << r.prefix + line;
-        std::sort(expected.begin(), expected.end());
-        expected.removeDuplicates();
-        QCOMPARE(storeDump(), expected);
-        for (const std::string &key : lmPreferences::getData().keys())
-            QVERIFY2(!key.empty() && key[0] != ' ', key.c_str());
+            defaults << r.prefix + line;
+        std::sort(defaults.begin(), defaults.end());
+        defaults.removeDuplicates();
+        QCOMPARE(storeDump(), defaults);
+        page->apply();
+        QCOMPARE(lmCallLog::lines(), QStringList{recordLine(r.prefix)} + r.applyLines);
+        lmImportOptions record("", false, false);
+        QVERIFY(lmImportOptions::lastWritten(r.prefix, record));
+
+        // The page shows the controls of its type and stores what it shows.
+        page->updateGUI();
+        QStringList controls = kUsualControls + r.shownMore;
+        for (const QString &name : r.shownLess)
+            controls.removeAll(name);
+        std::sort(controls.begin(), controls.end());
+        QCOMPARE(shownControls(page->page()), controls);
+        page->updateGUI(); // a second pass removes nothing more
+        QCOMPARE(shownControls(page->page()), controls);
+        lmCallLog::clear();
+        lmPreferencesHost::resetUnchanged();
+        page->storeGUI();
+        QCOMPARE(storeDump(), defaults);
+        // Every key is pushed on every apply, so nothing is marked unchanged.
+        QVERIFY(unchangedKeys().empty());
+        QCOMPARE(lmCallLog::lines(), QStringList());
 
         // Loaded values survive defaults written without overwrite; the STL
         // page alone pins its source-reference behaviour.
@@ -211,72 +223,11 @@ private slots:
             else
                 setStored(key, boost::any_cast<double>(value) * 3);
         }
-        const QStringList loaded = storeDump();
+        QStringList loaded = storeDump();
         page->setDefault(store, false);
-        QStringList expectedAfter = loaded;
         if (r.type == 29)
-            expectedAfter.replaceInStrings("source reference behavior = int 8", "source reference behavior = int 1");
-        QCOMPARE(storeDump(), expectedAfter);
-    }
-
-    void applyCommitsTheRecordOfItsType_data() { addRows(); }
-    void applyCommitsTheRecordOfItsType()
-    {
-        QFETCH(int, row);
-        const PageRow &r = rows()[row];
-        PagePtr page = r.make();
-        page->setDefault(lmPreferences::getData(), false);
-        page->apply();
-        QCOMPARE(lmCallLog::lines(), QStringList{recordLine(r.prefix)} + r.applyLines);
-        lmImportOptions record("", false, false);
-        QVERIFY(lmImportOptions::lastWritten(r.prefix, record));
-    }
-
-    void untouchedPageStoresWhatItShows_data() { addRows(); }
-    void untouchedPageStoresWhatItShows()
-    {
-        QFETCH(int, row);
-        PagePtr page = rows()[row].make();
-        startPage(*page);
-        const QStringList before = storeDump();
-        lmPreferencesHost::resetUnchanged();
-        page->storeGUI();
-        QCOMPARE(storeDump(), before);
-        // Every key is pushed on every apply, so nothing is marked unchanged.
-        QCOMPARE(lmPreferencesHost::unchangedKeys(lmPreferencesHost::categories().front()), std::vector<std::string>());
-        QCOMPARE(lmCallLog::lines(), QStringList());
-    }
-
-    void controlsFollowTheFileType_data() { addRows(); }
-    void controlsFollowTheFileType()
-    {
-        QFETCH(int, row);
-        const PageRow &r = rows()[row];
-        PagePtr page = r.make();
-        startPage(*page);
-        QStringList expected = kUsualControls + r.shownMore;
-        for (const QString &name : r.shownLess)
-            expected.removeAll(name);
-        std::sort(expected.begin(), expected.end());
-        QCOMPARE(shownControls(page->page()), expected);
-        page->updateGUI(); // a second pass removes nothing more
-        QCOMPARE(shownControls(page->page()), expected);
-    }
-
-    void destructionLeavesNoKey_data() { addRows(); }
-    void destructionLeavesNoKey()
-    {
-        QFETCH(int, row);
-        setStored("Host own key", 1);
-        {
-            PagePtr page = rows()[row].make();
-            startPage(*page);
-            page->storeGUI();
-            page->apply();
-        }
-        QCOMPARE(lmPreferences::getData().keys(), std::vector<std::string>{"Host own key"});
-        QVERIFY(lmPreferencesHost::pages().empty());
-        QVERIFY(lmPreferencesHost::categories().empty());
+            loaded.replaceInStrings("source reference behavior = int 8", "source reference behavior = int 1");
+        QCOMPARE(storeDump(), loaded);
     }
 
     void smartReferenceMappingIsLossy()
@@ -289,9 +240,7 @@ private slots:
         for (const auto &c : cases) {
             setStored("LUMOOptions import smart reference behavior", c.first);
             setStored("LUMOOptions import create as smart", c.first == 3);
-            lmCallLog::clear();
-            lumo.apply();
-            QCOMPARE(lmCallLog::lines(),
+            QCOMPARE(applyLog(lumo),
                      QStringList{recordLine("LUMO", {{"smartReferenceBehavior", c.second},
                                                      {"importAsSmartReference", c.first == 3 ? "true" : "false"}})});
             lumo.updateGUI();
@@ -360,9 +309,7 @@ private slots:
         plm.storeGUI();
         QCOMPARE(stored("PLMXML load referenced files", false), true);
         QCOMPARE(stored("PLMXMLOptions import referenced files", true), false);
-        lmCallLog::clear();
-        plm.apply();
-        QCOMPARE(lmCallLog::lines(), QStringList{recordLine("PLMXML")});
+        QCOMPARE(applyLog(plm), QStringList{recordLine("PLMXML")});
         QVERIFY(!lmPreferences::getData().contains("undefinedOptions import referenced files"));
 
         // Any other page reads its prefixed key.
@@ -468,8 +415,6 @@ private slots:
             {"importEmptyLayers", "true"}, {"importTemplateGeometries", "true"}, {"importLights", "true"},
             {"importCameras", "true"}, {"importVariants", "true"}});
         QCOMPARE(lmCallLog::lines(), QStringList{switches});
-        QCOMPARE(p->m_camerasEnabled->toolTip(),
-                 QStringLiteral("Import cameras instead of excluding them. (Only Ondra wire files)"));
 
         // NX shows the empty-layers switch but never loads it; the store still
         // reaches the record.
@@ -478,9 +423,7 @@ private slots:
         setStored("NXOptions import empty layers", true);
         nx.updateGUI();
         QVERIFY(!nx.page()->m_emptyLayersEnabled->isChecked());
-        lmCallLog::clear();
-        nx.apply();
-        QCOMPARE(lmCallLog::lines(), QStringList{recordLine("NX", {{"importEmptyLayers", "true"}})});
+        QCOMPARE(applyLog(nx), QStringList{recordLine("NX", {{"importEmptyLayers", "true"}})});
         QVERIFY(!lmPreferences::getData().contains("NXOptions import cameras"));
     }
 

@@ -1,8 +1,6 @@
 // The WRL page: its two keys and the option string both VRML suffixes get.
 #include "fileio/lmWrlPreferencesGUI.h"
-#include "lmCallLog.h"
 #include "lmFileIOTestSupport.h"
-#include "lmPreferencesHost.h"
 #include "lmTestSupport.h"
 
 #include <QtTest>
@@ -47,59 +45,37 @@ private slots:
         for (const auto &c : cases) {
             wrl.page()->_inline_textures->setChecked(c.inlineTextures);
             wrl.page()->_optimization->setCurrentIndex(c.optimization);
-            lmPreferencesHost::resetUnchanged();
-            wrl.storeGUI();
-            lmCallLog::clear();
-            wrl.apply();
-            QCOMPARE(lmCallLog::lines(), lines(c.options));
+            QCOMPARE(acceptLog(wrl), lines(c.options));
         }
 
         // Nothing is change-tracked on apply: an untouched page pushes again.
         lmPreferencesHost::resetUnchanged();
         wrl.storeGUI();
-        QCOMPARE(lmPreferencesHost::unchangedKeys(lmPreferencesHost::categories().front()).size(), std::size_t(2));
-        lmCallLog::clear();
-        wrl.apply();
-        QCOMPARE(lmCallLog::lines(), lines("inlineTextures=true"));
+        QCOMPARE(unchangedKeys().size(), std::size_t(2));
+        QCOMPARE(applyLog(wrl), lines("inlineTextures=true"));
     }
 
     void storedValuesOutsideTheCombo()
     {
         lmWrlPreferencesGUII wrl;
         wrl.setDefault(lmPreferences::getData(), false);
-        setKey("WrlFileIO reader optimization", 2);
-        setKey("WrlFileIO inline textures", true);
+        setStored("WrlFileIO reader optimization", 2);
+        setStored("WrlFileIO inline textures", true);
         wrl.updateGUI();
         QCOMPARE(wrl.page()->_optimization->currentText(), QStringLiteral("Pro Engineer"));
         QVERIFY(wrl.page()->_inline_textures->isChecked());
 
-        setKey("WrlFileIO reader optimization", 3);
+        setStored("WrlFileIO reader optimization", 3);
         wrl.updateGUI();
         QCOMPARE(wrl.page()->_optimization->currentText(), QStringLiteral("Pro Engineer"));
-        lmCallLog::clear();
-        wrl.apply();
-        QCOMPARE(lmCallLog::lines(), lines("inlineTextures=true"));
+        QCOMPARE(applyLog(wrl), lines("inlineTextures=true"));
 
-        setKey("WrlFileIO inline textures", 1);
+        setStored("WrlFileIO inline textures", 1);
         lmStderrCapture capture;
         lmCallLog::clear();
         wrl.apply();
         QCOMPARE(capture.text().count("Attribute 'WrlFileIO inline textures' has wrong type"), 1);
         QCOMPARE(lmCallLog::lines(), lines("inlineTextures=false"));
-    }
-
-    void pageAndLifetime()
-    {
-        {
-            lmWrlPreferencesGUII wrl;
-            wrl.setDefault(lmPreferences::getData(), false);
-            const auto pages = lmPreferencesHost::pages();
-            QCOMPARE(pages.size(), std::size_t(1));
-            QCOMPARE(pages[0].group + '/' + pages[0].page, QStringLiteral("FileIO/WRL"));
-            QCOMPARE(pages[0].widget->objectName(), QStringLiteral("lmWrlPreferencesGUI"));
-        }
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
-        QVERIFY(lmPreferencesHost::pages().empty());
     }
 };
 

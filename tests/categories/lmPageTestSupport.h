@@ -1,0 +1,123 @@
+#pragma once
+
+// Helpers shared by the page tests: the host's start-up and accept passes,
+// values written as a loaded store holds them, a printable store, the
+// wrong-type reports and known call sequences.
+#include "lmCallLog.h"
+#include "lmMessageHelpers.h"
+#include "lmPreferences.h"
+#include "lmPreferencesHost.h"
+
+#include <QMap>
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <string>
+#include <vector>
+
+// Defaults written, initial apply done and the page filled, as at start-up;
+// the call log then starts empty.
+template <class Category>
+void startPage(Category &category)
+{
+    category.setDefault(lmPreferences::getData(), false);
+    category.apply();
+    category.updateGUI();
+    lmCallLog::clear();
+}
+
+// What the host does when the dialog is accepted.
+template <class Category>
+void acceptPage(Category &category)
+{
+    lmPreferencesHost::resetUnchanged();
+    category.storeGUI();
+    category.apply();
+}
+
+inline void setStored(const std::string &key, const boost::any &value)
+{
+    lmPreferences::getData().set(key, value, true);
+}
+
+// The keys the last storeGUI marked unchanged, of the first category.
+inline std::vector<std::string> unchangedKeys()
+{
+    return lmPreferencesHost::unchangedKeys(lmPreferencesHost::categories().front());
+}
+
+// "key = type value" for every key of the store, in key order.
+inline QStringList storeDump()
+{
+    QStringList lines;
+    for (const auto &entry : lmPreferences::getData().values()) {
+        const boost::any &value = entry.second;
+        std::string text = std::string("other ") + value.type().name();
+        if (lmHoldsType(value, typeid(bool)))
+            text = "bool " + lmLogText(boost::any_cast<bool>(value));
+        else if (lmHoldsType(value, typeid(int)))
+            text = "int " + lmLogText(boost::any_cast<int>(value));
+        else if (lmHoldsType(value, typeid(unsigned int)))
+            text = "uint " + lmLogText(boost::any_cast<unsigned int>(value));
+        else if (lmHoldsType(value, typeid(float)))
+            text = "float " + lmLogText(boost::any_cast<float>(value));
+        else if (lmHoldsType(value, typeid(double)))
+            text = "double " + lmLogText(boost::any_cast<double>(value));
+        else if (lmHoldsType(value, typeid(std::string)))
+            text = "string " + lmLogText(boost::any_cast<std::string>(value));
+        else if (lmHoldsType(value, typeid(QString)))
+            text = "qstring " + lmLogText(boost::any_cast<QString>(value));
+        lines << QString::fromStdString(entry.first + " = " + text);
+    }
+    return lines;
+}
+
+// "key xN" for every key the wrong-type report names in printed, in key order.
+inline QStringList wrongTypeReports(const QString &printed)
+{
+    static const QRegularExpression report(QStringLiteral("getFromMessage : Attribute '([^']*)' has wrong type"));
+    QMap<QString, int> counts;
+    for (auto match = report.globalMatch(printed); match.hasNext();)
+        ++counts[match.next().captured(1)];
+    QStringList lines;
+    for (auto it = counts.cbegin(); it != counts.cend(); ++it)
+        lines << QStringLiteral("%1 x%2").arg(it.key()).arg(it.value());
+    return lines;
+}
+
+// lines with every call of a replacement's operation ("Class::operation(")
+// replaced by it: a known sequence with a few values changed.
+inline QStringList withCalls(QStringList lines, const QStringList &replacements)
+{
+    for (const QString &replacement : replacements) {
+        const QString operation = replacement.left(replacement.indexOf('(') + 1);
+        bool found = false;
+        for (QString &line : lines) {
+            if (line.startsWith(operation)) {
+                line = replacement;
+                found = true;
+            }
+        }
+        if (!found)
+            qFatal("withCalls: no %s call to replace", qPrintable(operation));
+    }
+    return lines;
+}
+
+// The calls one apply makes.
+template <class Category>
+QStringList applyLog(Category &category)
+{
+    lmCallLog::clear();
+    category.apply();
+    return lmCallLog::lines();
+}
+
+// The calls one accepted dialog makes.
+template <class Category>
+QStringList acceptLog(Category &category)
+{
+    lmCallLog::clear();
+    acceptPage(category);
+    return lmCallLog::lines();
+}
