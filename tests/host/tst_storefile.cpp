@@ -442,7 +442,7 @@ private slots:
             QVERIFY(saver.waitForStarted());
             // Wait for a save so that every round also meets the lock a
             // killed saver left behind.
-            QVERIFY2(saver.waitForReadyRead(5000), saver.readAllStandardError().constData());
+            QVERIFY2(saver.waitForReadyRead(30000), saver.readAllStandardError().constData());
             QTest::qWait(int(random.bounded(40)));
             saver.kill();
             QVERIFY(saver.waitForFinished());
