@@ -29,21 +29,6 @@ const char *const kTypeNames[] = {
 };
 const int kTypeCount = int(sizeof(kTypeNames) / sizeof(kTypeNames[0]));
 
-// The same names for the sub-reference key; PLM XML keeps its own key, so its
-// entry is never used.
-const char *const kSubReferenceTypeNames[] = {
-    "Cinema4D", "Cosmo", "PlanetWeb", "KBX", "Kova", "Obj",
-    "OpenSG", "undefined", "Python", "3DKrafta", "LUMO", "VRML",
-    "ACIS", "Ondra", "Draftex", "Catia V4", "Catia V5", "DGN",
-    "Fabricor", "JT", "NX", "Iges", "Parasolid", "ProEngineer",
-    "Rhino", "SketchUp", "SolidEdge", "SolidWorks", "Step", "STL",
-    "BCAD", "Undefined", "Unsupported",
-};
-static_assert(sizeof(kSubReferenceTypeNames) == sizeof(kTypeNames), "one name per file type");
-
-// Smart references exist for the scene formats OpenSG to LUMO (type minus 6).
-const char *const kSmartReferenceTypeNames[] = {"OpenSG", "PLMXML", "Python", "3DKrafta", "LUMO"};
-
 const char *const kStitching = "Options stitching";
 const char *const kStitchingTolerance = "Options stitching tolerance";
 const char *const kTessellation = "Options tessellation";
@@ -150,11 +135,15 @@ bool isOneOf(int type, std::initializer_list<int> types)
     return std::find(types.begin(), types.end(), type) != types.end();
 }
 
+// The names prefixing the sub-reference key: the type names, except that PLM
+// XML (which keeps a key of its own) reads "undefined".
 std::string subReferenceName(int type)
 {
-    return type >= 0 && type < kTypeCount ? kSubReferenceTypeNames[type] : "undefined";
+    return type == PLMXML ? "undefined" : lmFileTypePreferences::typeName(type);
 }
 
+// Only the native scene formats read smart-reference keys, prefixed with
+// their type names.
 bool hasSmartReferences(int type)
 {
     return type == OpenSG || type == LUMO;
@@ -177,8 +166,7 @@ std::string readKey(const CommonOption &row, int type)
     case Scope::SubReference:
         return type == PLMXML ? std::string() : subReferenceName(type) + row.suffix;
     case Scope::SmartReference:
-        return hasSmartReferences(type) ? kSmartReferenceTypeNames[type - OpenSG] + std::string(row.suffix)
-                                        : std::string();
+        return hasSmartReferences(type) ? lmFileTypePreferences::typeName(type) + row.suffix : std::string();
     case Scope::Unprefixed:
         return std::string();
     case Scope::PLMXMLReference:
@@ -495,7 +483,7 @@ void lmFileTypePreferences::storeCommonControls()
     put(key(kImportMeshLODs), std::int32_t(p->m_meshLODs->currentIndex()));
     put(key(kJtToolkit), std::int32_t(p->m_jtToolkit->currentIndex()));
     if (hasSmartReferences(t)) {
-        const std::string prefix = kSmartReferenceTypeNames[t - OpenSG];
+        const std::string prefix = typeName(t);
         put(prefix + kCreateAsSmart, p->m_importAsSmart->isChecked());
         // "Keep References" is stored as 2; "Remove References" as its index.
         put(prefix + kSmartReferenceBehavior, std::int32_t(p->m_importBehavior->currentIndex() == 0 ? 2 : 1));
