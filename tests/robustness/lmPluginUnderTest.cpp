@@ -2,9 +2,13 @@
 
 #include "lmMessage.h"
 #include "lmPreferencesHost.h"
+#include "lmTestSupport.h"
 
 bool lmPluginUnderTest::load(QString *error)
 {
+    lmResetHost();
+    // The pass that learns the defaults may raise a page's notice.
+    lmDialogAnswerer dialogs;
     m_library.setFileName(QStringLiteral(LM_PLUGIN_PATH));
     auto entry = reinterpret_cast<void (*)()>(m_library.resolve("initPreferencesPlugin"));
     if (!entry) {

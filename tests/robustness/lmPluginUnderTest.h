@@ -12,6 +12,7 @@
 class lmPluginUnderTest
 {
 public:
+    // Loads it into a freshly reset host and runs initPreferencesPlugin.
     bool load(QString *error);
     // Withdraws every category; call before the application goes away.
     bool unload();

@@ -97,9 +97,7 @@ private:
 private slots:
     void initTestCase()
     {
-        lmResetHost();
         QString error;
-        lmDialogAnswerer dialogs;
         QVERIFY2(m_plugin.load(&error), qPrintable(error));
         lmPreferencesHost::setDefaultAll(false);
         lmPreferencesHost::applyAll();

@@ -168,9 +168,7 @@ private:
 private slots:
     void initTestCase()
     {
-        lmResetHost();
         QString error;
-        lmDialogAnswerer dialogs;
         QVERIFY2(m_plugin.load(&error), qPrintable(error));
         QVERIFY(m_plugin.documentedTypes().size() > 0);
     }
