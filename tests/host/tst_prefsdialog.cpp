@@ -18,9 +18,8 @@
 #include <QComboBox>
 #include <QFile>
 #include <QLineEdit>
-#include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTabWidget>
@@ -74,9 +73,9 @@ public:
     {
         lmCallLog::record("Test::apply", m_name);
         bool on = false;
+        int units = 0;
         if (isChanged(m_boolKey.c_str()) && getFromMessage(getData(), m_boolKey, on))
             lmCallLog::record("Test::setLines", m_name, on);
-        int units = 0;
         if (isChanged(m_intKey.c_str()) && getFromMessage(getData(), m_intKey, units))
             lmCallLog::record("Test::setUnits", m_name, units);
     }
@@ -85,9 +84,9 @@ public:
     {
         lmCallLog::record("Test::updateGUI", m_name);
         bool on = false;
+        int units = 0;
         if (getFromMessage(getData(), m_boolKey, on))
             check->setChecked(on);
-        int units = 0;
         if (getFromMessage(getData(), m_intKey, units))
             combo->setCurrentIndex(units);
     }
@@ -146,15 +145,13 @@ private:
 
     // Camera, a top-level page and a page under a group, started as the
     // application starts them; the call log then starts empty.
-    void startHost(const std::function<void()> &beforeStart = {})
+    void startHost()
     {
         m_session = std::make_unique<lmPreferencesSession>(storePath());
         m_session->loadStore();
         m_camera = std::make_unique<lmCameraPreferencesGUII>();
         m_grid = std::make_unique<TestCategory>(QStringLiteral("Grid"), QString());
         m_units = std::make_unique<TestCategory>(QStringLiteral("FileIO"), QStringLiteral("Units"));
-        if (beforeStart)
-            beforeStart();
         m_session->startUp();
         lmCallLog::clear();
     }
