@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -98,22 +99,21 @@ private slots:
         QFile::remove(store() + ".bak");
     }
 
-    void helpNamesEveryOption()
+    void pagesFollowTheEdition()
     {
         const Run help = run({"--help"}, environment());
         QCOMPARE(help.status, 0);
-        for (const char *option : {"--preferences", "--plugin", "--edition", "--app-name", "--data-dir", "--language",
-                                   "--headless", "--set", "--accept", "--dump-store", "--list-pages", "--trace",
-                                   "--screenshots", "--diff-defaults"})
-            QVERIFY2(help.out.contains(QLatin1String(option)), option);
-    }
+        QVERIFY(help.out.contains("--diff-defaults"));
 
-    void pagesFollowTheEdition()
-    {
+        // Every page listed has its screenshot.
+        const QString shots = m_dir.filePath("shots");
         const Run full = host({"--list-pages", "--app-name", "Viewer", "--data-dir", m_dir.path(), "--language",
-                               "japanese"});
+                               "japanese", "--screenshots", shots});
         QCOMPARE(full.status, 0);
         QVERIFY2(full.out.split('\n').contains("Camera"), qPrintable(full.out));
+        QCOMPARE(QDir(shots).entryList({"*.png"}).size(), full.out.split('\n', Qt::SkipEmptyParts).size());
+        const QImage camera(QDir(shots).filePath("Camera.png"));
+        QVERIFY(camera.width() >= 400 && camera.height() >= 300);
         const Run restricted = host({"--list-pages", "--edition", "restricted"});
         QCOMPARE(restricted.status, 0);
         QVERIFY(!restricted.out.split('\n').contains("Camera"));
@@ -132,62 +132,61 @@ private slots:
         QCOMPARE(values.value("Camera fov").toObject(), QJsonObject({{"type", "float"}, {"value", 60}}));
         QCOMPARE(values.value("Stereo eye separation").toObject(), QJsonObject({{"type", "float"}, {"value", "nan"}}));
 
-        const Run diff = host({"--diff-defaults"});
+        const Run diff = host({"--diff-defaults", "--trace", "-"});
         QCOMPARE(diff.status, 0);
         // Other pages may legitimately store values other than their defaults;
         // the two set here must be listed.
         const QStringList differences = diff.out.split('\n');
         QVERIFY2(differences.contains(QStringLiteral("Camera fov=60 (default: 45)")), qPrintable(diff.out));
         QVERIFY2(differences.contains(QStringLiteral("Stereo eye separation=nan (default: 63)")), qPrintable(diff.out));
+        QVERIFY(differences.contains("lmOSGWidget::setPowerwallWindow(-1, 1600, 1200, 1000)"));
 
         // Without --accept nothing is saved; with it the previous file is kept.
         QCOMPARE(host({"--set", "Camera fov=20"}).status, 0);
         QCOMPARE(fileBytes(store()), saved);
-        QCOMPARE(host({"--set", "Camera fov=20", "--accept"}).status, 0);
+        const QString trace = m_dir.filePath("trace.txt");
+        QCOMPARE(host({"--set", "Camera fov=20", "--accept", "--trace", trace}).status, 0);
         QCOMPARE(fileBytes(store() + ".bak"), saved);
+        // The stored value reaches the host first, then the one set.
+        QCOMPARE(QString::fromUtf8(fileBytes(trace)).split('\n').filter("lmOSGWidget::setFov"),
+                 QStringList({"lmOSGWidget::setFov(-1, 60) [undo blocked]", "lmOSGWidget::setFov(-1, 20) [undo blocked]"}));
     }
 
     // A value of every type, and a key that a page reads but gives no
     // default (its type comes from the value), reach the store and the host.
+    // The texts are chosen so that only the key's own type reads them as stored.
     void setTakesEveryValueType()
     {
+        const QList<QStringList> rows = {
+            {"RenderOptions background colors", "[[1, 0, 0], [0, 0.5, 1]]", "colors"},
+            {"Optimizer Teselation Quality", "[0.25]", "floats"},
+            {"texture search paths", "[\"/data/textures\", \"/mnt/shared maps\"]", "strings"},
+            {"Help Path", "http://intranet/help", "qstring"},
+            {"FileIO converter output format", "LUMO", "string"},
+            {"VpbFileIO Maximal number of increments", "12", "uint"},
+            {"MainWindow window opacity", "0.5", "double"},
+            {"VR Teleport Range", "2500", "float"},
+            {"VR Visualise Hands", "0", "int"},
+            {"HMD Eye Tracking", "true", "bool"},
+        };
         const QString trace = m_dir.filePath("set-trace.txt");
-        const Run set = host({"--set", "RenderOptions background colors=[[1, 0, 0], [0, 0.5, 1]]",
-                              "--set", "Optimizer Teselation Quality=[0.25]",
-                              "--set", "texture search paths=[\"/data/textures\", \"/mnt/shared maps\"]",
-                              "--set", "Help Path=http://intranet/help",
-                              "--set", "FileIO converter output format=LUMO",
-                              "--set", "VpbFileIO Maximal number of increments=12",
-                              "--set", "MainWindow window opacity=0.5",
-                              "--set", "VR Teleport Range=2500",
-                              "--set", "VR Visualise Hands=0",
-                              "--set", "HMD Eye Tracking=true",
-                              "--trace", trace, "--accept", "--dump-store"});
+        QStringList arguments{"--trace", trace, "--accept", "--dump-store"};
+        for (const QStringList &row : rows)
+            arguments << "--set" << row[0] + '=' + row[1];
+        const Run set = host(arguments);
         QCOMPARE(set.status, 0);
         QCOMPARE(set.messages(), QStringList({"No preferences file " + store() + " yet: starting from the defaults."}));
         const QJsonObject values = QJsonDocument::fromJson(set.out.toUtf8()).object().value("values").toObject();
-        const QList<QPair<QString, QByteArray>> expected = {
-            {"RenderOptions background colors", "{\"type\": \"colors\", \"value\": [[1, 0, 0], [0, 0.5, 1]]}"},
-            {"Optimizer Teselation Quality", "{\"type\": \"floats\", \"value\": [0.25]}"},
-            {"texture search paths", "{\"type\": \"strings\", \"value\": [\"/data/textures\", \"/mnt/shared maps\"]}"},
-            {"Help Path", "{\"type\": \"qstring\", \"value\": \"http://intranet/help\"}"},
-            {"FileIO converter output format", "{\"type\": \"string\", \"value\": \"LUMO\"}"},
-            {"VpbFileIO Maximal number of increments", "{\"type\": \"uint\", \"value\": 12}"},
-            {"MainWindow window opacity", "{\"type\": \"double\", \"value\": 0.5}"},
-            {"VR Teleport Range", "{\"type\": \"float\", \"value\": 2500}"},
-            {"VR Visualise Hands", "{\"type\": \"int\", \"value\": 0}"},
-            {"HMD Eye Tracking", "{\"type\": \"bool\", \"value\": true}"},
-        };
-        for (const auto &entry : expected)
-            QVERIFY2(values.value(entry.first).toObject() == QJsonDocument::fromJson(entry.second).object(),
-                     qPrintable(entry.first));
+        for (const QStringList &row : rows) {
+            const QByteArray json = row[2].endsWith("string")
+                                        ? QJsonDocument(QJsonArray{row[1]}).toJson(QJsonDocument::Compact).mid(1).chopped(1)
+                                        : row[1].toUtf8();
+            const QByteArray expected = "{\"type\": \"" + row[2].toUtf8() + "\", \"value\": " + json + "}";
+            QVERIFY2(values.value(row[0]).toObject() == QJsonDocument::fromJson(expected).object(), qPrintable(row[0]));
+        }
         QCOMPARE(fileBytes(store()), set.out.toUtf8());
-
-        const QStringList calls = QString::fromUtf8(fileBytes(trace)).split('\n');
-        for (const char *call : {"lmOSGWidget::setAllGradientBackgrounds([Color3f(1, 0, 0), Color3f(0, 0.5, 1)], [1, 0])",
-                                 "lmFileIO::setIncrementalSaveLimit(12)",
-                                 "lmImmersiveInteractionService::setTeleportRange(2500)"})
-            QVERIFY2(calls.contains(QLatin1String(call)), call);
+        QVERIFY(QString::fromUtf8(fileBytes(trace)).split('\n').contains(
+            "lmOSGWidget::setAllGradientBackgrounds([Color3f(1, 0, 0), Color3f(0, 0.5, 1)], [1, 0])"));
 
         // The key holds a list now; without one the value must say its type.
         QCOMPARE(host({"--set", "texture search paths=/data"}).messages().value(0),
@@ -211,14 +210,10 @@ private slots:
                                          << "bad value for \"Powerwall width\"";
         QTest::newRow("no value") << QStringList{"--set", "Camera fov"} << "--set expects KEY=VALUE";
         QTest::newRow("unknown edition") << QStringList{"--edition", "ultimate"} << "unknown edition \"ultimate\"";
-        QTest::newRow("unknown language") << QStringList{"--language", "klingon"} << "unknown language \"klingon\"";
         QTest::newRow("missing plug-in") << QStringList{"--plugin", "/nonexistent/lmKernelPreferences.so"}
                                          << "no plug-in module at /nonexistent/lmKernelPreferences.so";
         QTest::newRow("unknown option") << QStringList{"--frobnicate"} << "Unknown option 'frobnicate'.";
-        QTest::newRow("option without value") << QStringList{"--trace"} << "Missing value after '--trace'.";
         QTest::newRow("stray argument") << QStringList{"extra"} << "unexpected argument \"extra\"";
-        QTest::newRow("screenshots under a file") << QStringList{"--screenshots", "/dev/null/shots"}
-                                                  << "cannot create the screenshot folder /dev/null/shots";
         QTest::newRow("unwritable trace") << QStringList{"--trace", "/nonexistent/trace.txt"}
                                           << "cannot write the trace /nonexistent/trace.txt";
     }
@@ -236,38 +231,6 @@ private slots:
         QVERIFY(!QFile::exists(store() + ".bak"));
     }
 
-    void preferencesThatAreAFolderAreRefused()
-    {
-        const Run refused = run({"--headless", "--plugin", LM_PLUGIN_PATH, "--preferences", m_dir.path()}, environment());
-        QCOMPARE(refused.status, 2);
-        QVERIFY(refused.messages().value(0).endsWith("is a folder"));
-    }
-
-    void traceFollowsTheHostCalls()
-    {
-        const Run toStdout = host({"--trace", "-"});
-        QCOMPARE(toStdout.status, 0);
-        QVERIFY(toStdout.out.split('\n').contains("lmOSGWidget::setPowerwallWindow(-1, 1600, 1200, 1000)"));
-
-        const QString traceFile = m_dir.filePath("trace.txt");
-        QCOMPARE(host({"--trace", traceFile, "--set", "Camera fov=30", "--accept"}).status, 0);
-        const QStringList lines = QString::fromUtf8(fileBytes(traceFile)).split('\n');
-        const QStringList fov = lines.filter("lmOSGWidget::setFov");
-        QCOMPARE(fov, QStringList({"lmOSGWidget::setFov(-1, 45) [undo blocked]",
-                                   "lmOSGWidget::setFov(-1, 30) [undo blocked]"}));
-    }
-
-    void screenshotsShowEveryPage()
-    {
-        const QString folder = m_dir.filePath("shots");
-        const Run shots = host({"--screenshots", folder, "--list-pages"});
-        QCOMPARE(shots.status, 0);
-        const int pages = shots.out.split('\n', Qt::SkipEmptyParts).size();
-        QCOMPARE(QDir(folder).entryList({"*.png"}).size(), pages);
-        const QImage camera(QDir(folder).filePath("Camera.png"));
-        QVERIFY(camera.width() >= 400 && camera.height() >= 300);
-    }
-
     void damagedFileIsReportedAndKept()
     {
         const QByteArray damaged = storeWithFov(50).left(60);
@@ -275,9 +238,7 @@ private slots:
         const Run refused = host({"--set", "Camera fov=70", "--accept"});
         QCOMPARE(refused.status, 1);
         const QStringList messages = refused.messages();
-        QVERIFY2(messages.value(0).startsWith("Cannot load the preferences " + store() + ": not valid JSON"),
-                 qPrintable(refused.err));
-        QCOMPARE(messages.value(1), QStringLiteral("Starting from the defaults."));
+        QVERIFY2(messages.value(0).startsWith("Cannot load the preferences " + store()), qPrintable(refused.err));
         QVERIFY(messages.value(2).startsWith("The preferences were not saved to " + store()));
         QCOMPARE(fileBytes(store()), damaged);
 
@@ -289,18 +250,19 @@ private slots:
         QCOMPARE(fileBytes(store()), damaged);
     }
 
-    void defaultStoreIsInTheConfigurationFolder()
+    // Runs without the test's store file or the offscreen platform.
+    void storeLocationAndDisplay()
     {
-        const QProcessEnvironment env = environment();
+        QProcessEnvironment env = environment();
         const Run saved = run({"--headless", "--plugin", LM_PLUGIN_PATH, "--set", "Camera fov=33", "--accept"}, env);
         QCOMPARE(saved.status, 0);
         const QString path = env.value("XDG_CONFIG_HOME") + "/lmprefs-host/preferences.json";
         QVERIFY(fileBytes(path).contains("\"Camera fov\": {\"type\": \"float\", \"value\": 33}"));
-    }
 
-    void windowNeedsADisplay()
-    {
-        QProcessEnvironment env = environment();
+        const Run folder = run({"--headless", "--plugin", LM_PLUGIN_PATH, "--preferences", m_dir.path()}, env);
+        QCOMPARE(folder.status, 2);
+        QVERIFY(folder.messages().value(0).endsWith("is a folder"));
+
         for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
             env.remove(name);
         const Run refused = run({"--plugin", LM_PLUGIN_PATH, "--preferences", store()}, env);

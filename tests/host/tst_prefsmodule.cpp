@@ -3,7 +3,6 @@
 #include "lmPreferencesDialog.h"
 #include "lmPreferencesSession.h"
 #include "lmStoreFile.h"
-#include "lmValueParser.h"
 
 #include "lmCallLog.h"
 #include "lmHostSettings.h"
@@ -158,28 +157,6 @@ private slots:
         QCOMPARE(fileBytes(storePath()), file);
         QCOMPARE(fileBytes(storePath() + ".bak"), backup);
         QCOMPARE(boldPages(dialog), boldAfterAccept);
-    }
-
-    // What --set reads: the text of every stored value reads back as the
-    // same value; a key read without a value takes the type of its text.
-    void everyStoredValueReadsBackFromItsText()
-    {
-        QVERIFY2(startHost(), qPrintable(m_library.errorString()));
-        std::set<QString> types;
-        for (const auto &entry : lmPreferences::getData().values()) {
-            const QString text = lmValueParser::text(entry.second);
-            boost::any back;
-            QString error;
-            QVERIFY2(lmValueParser::parse(text, entry.second, back, &error), qPrintable(QString::fromStdString(entry.first) + ": " + error));
-            QVERIFY2(lmStoreDocument::sameValue(back, entry.second), qPrintable(QString::fromStdString(entry.first) + ": " + text));
-            types.insert(lmStoreDocument::typeName(entry.second));
-        }
-        QCOMPARE(types, std::set<QString>({"bool", "color", "colors", "double", "float", "floats", "int", "qstring",
-                                           "string", "uint"}));
-
-        const std::vector<std::string> readWithoutValue = lmPreferencesHost::keysReadWithoutValue();
-        QVERIFY(std::find(readWithoutValue.begin(), readWithoutValue.end(), "texture search paths")
-                != readWithoutValue.end());
     }
 };
 
