@@ -41,8 +41,8 @@ void startUp(Entry initPreferencesPlugin)
 {
     initPreferencesPlugin();
     lmPreferencesHost::setDefaultAll(false);
-    lmPreferencesHost::applyAll();
     lmPreferencesHost::updateGUIAll();
+    lmPreferencesHost::applyAll();
 }
 
 double residentMiB()

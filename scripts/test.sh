@@ -12,7 +12,23 @@ root=$PWD
 stage=${1:-all}
 jobs=$(nproc)
 
+# Each stage's wall time, printed at the end so that it closes the run.
+times=()
+stage_start() { stage_started=$SECONDS; echo "== $1"; }
+stage_end() { times+=("$(printf '%-28s %4ds' "$1" $((SECONDS - stage_started)))"); }
+summary=$(mktemp)
+# The stage times, then the last test run's summary again, so that the run
+# still ends on ctest's own closing lines.
+report_times() {
+    ((${#times[@]})) && printf 'stage times:\n' && printf '  %s\n' "${times[@]}"
+    grep -E 'tests passed|tests failed|Total Test time' "$summary" || true
+    rm -f "$summary"
+}
+trap report_times EXIT
+
+stage_start "setup"
 scripts/setup.sh
+stage_end "setup"
 
 # Full stacks for every allocation, so that each suppression matches exactly
 # the system library's own leak and nothing else.
@@ -21,13 +37,16 @@ export LSAN_OPTIONS="suppressions=$root/tests/sanitizers/lsan.supp:print_suppres
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 
 if [[ $stage == all || $stage == unit ]]; then
-    echo "== regular build and tests"
+    stage_start "regular build"
     BUILD_DIR=build scripts/build.sh
-    (cd build && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j "$jobs")
+    stage_end "regular build"
+    stage_start "regular tests"
+    (cd build && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j "$jobs") | tee "$summary"
+    stage_end "regular tests"
 fi
 
 if [[ $stage == all || $stage == fuzz ]]; then
-    echo "== fuzz targets"
+    stage_start "fuzz build and runs"
     CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DLM_FUZZ=ON -DLM_BENCHMARKS=OFF >/dev/null
     cmake --build build-fuzz -j "$jobs" --target fuzz_storedocument fuzz_setvalue
     seconds=${LM_FUZZ_SECONDS:-60}
@@ -40,10 +59,14 @@ if [[ $stage == all || $stage == fuzz ]]; then
         rm -rf "$corpus"
         echo "fuzz_$target: ${seconds}s, no findings"
     done
+    stage_end "fuzz build and runs"
 fi
 
 if [[ $stage == all || $stage == sanitize ]]; then
-    echo "== sanitizer build and tests"
+    stage_start "sanitizer build"
     BUILD_DIR=build-asan scripts/build.sh -DLM_SANITIZE=ON -DLM_BENCHMARKS=OFF
-    (cd build-asan && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j "$jobs")
+    stage_end "sanitizer build"
+    stage_start "sanitizer tests"
+    (cd build-asan && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j "$jobs") | tee "$summary"
+    stage_end "sanitizer tests"
 fi

@@ -98,7 +98,7 @@ private slots:
     {
         QProcess nm;
         nm.start(QStringLiteral("nm"), {"-D", "--defined-only", "--format=just-symbols", LM_PLUGIN_PATH});
-        QVERIFY(nm.waitForFinished());
+        QVERIFY(nm.waitForFinished(-1));
         QCOMPARE(nm.exitCode(), 0);
         const QStringList symbols = QString::fromLatin1(nm.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
         QCOMPARE(symbols, QStringList({"initPreferencesPlugin"}));

@@ -34,7 +34,7 @@ private slots:
         lupdate.setProcessEnvironment(environment);
         lupdate.start(QStringLiteral(LM_LUPDATE), {QStringLiteral("-locations"), QStringLiteral("none"),
                                                    QStringLiteral("@" LM_TRANSLATABLE_LIST), QStringLiteral("-ts"), ts});
-        QVERIFY(lupdate.waitForFinished(120000));
+        QVERIFY(lupdate.waitForFinished(-1));
         m_lupdateOutput = QString::fromLocal8Bit(lupdate.readAll());
         QVERIFY2(lupdate.exitStatus() == QProcess::NormalExit && lupdate.exitCode() == 0, qPrintable(m_lupdateOutput));
 

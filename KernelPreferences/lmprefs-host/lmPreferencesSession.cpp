@@ -45,10 +45,13 @@ void lmPreferencesSession::startUp()
     // Now, before any window or timer of the host's exists, rather than
     // lazily from inside the dialog's event handling.
     learnDefaults();
+    // Pages show the loaded values before the first apply: some applies read
+    // their page (STL stores it back), and would otherwise push and store
+    // what the form's designer chose instead of what the user saved.
+    lmPreferencesHost::updateGUIAll();
     lmPreferencesHost::resetUnchanged();
     lmPreferencesHost::applyAll();
     lmPreferencesHost::resetUnchanged();
-    lmPreferencesHost::updateGUIAll();
 }
 
 bool lmPreferencesSession::accept()

@@ -36,8 +36,8 @@ public:
     QStringList loadStore();
 
     // After the categories exist: defaults for keys the store lacks, what
-    // each category's defaults are, the initial apply with every key counting
-    // as changed, pages from the store.
+    // each category's defaults are, pages from the store, then the initial
+    // apply with every key counting as changed.
     void startUp();
 
     // OK and Apply: pages to store, apply, unchanged sets reset, save.

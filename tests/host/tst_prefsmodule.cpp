@@ -130,7 +130,7 @@ private slots:
         // shows no page in bold.
         lmPreferencesDialog dialog(*m_session);
         dialog.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog, 5000 * LM_TEST_SCALE));
         QTest::qWait(20);
         QCOMPARE(boldPages(dialog), QStringList());
 
