@@ -10,6 +10,7 @@
 
 #include <QStringList>
 
+#include <map>
 #include <vector>
 
 namespace {
@@ -26,6 +27,8 @@ struct Settings
     lmHostSettings::Language language = lmHostSettings::English;
     bool analysisMode = false;
     QStringList errorLog;
+    std::map<int, std::function<void(const QString &)>> errorListeners;
+    int nextErrorListener = 1;
 };
 
 Settings &settings()
@@ -136,8 +139,22 @@ void lmLog::error(const QString &message)
 {
     // A deep copy: a message built from a literal of the plug-in would point
     // into its memory, which is gone once the module is unloaded.
-    settings().errorLog.append(QString(message.unicode(), message.size()));
+    const QString copy(message.unicode(), message.size());
+    settings().errorLog.append(copy);
+    // A copy of the listeners: one may remove itself while being told.
+    const auto listeners = settings().errorListeners;
+    for (const auto &listener : listeners)
+        listener.second(copy);
 }
+
+int lmHostSettings::addErrorListener(std::function<void(const QString &)> listener)
+{
+    const int id = settings().nextErrorListener++;
+    settings().errorListeners.emplace(id, std::move(listener));
+    return id;
+}
+
+void lmHostSettings::removeErrorListener(int id) { settings().errorListeners.erase(id); }
 
 bool lmController::isProfessionalEdition() { return settings().edition == lmHostSettings::Professional; }
 bool lmController::isDesignEdition() { return settings().edition == lmHostSettings::Design; }

@@ -37,6 +37,9 @@ public:
 
     // Messages written to the host's error log (lmLog::error).
     static QStringList errorLog();
+    // Told each message as it is written, until removed.
+    static int addErrorListener(std::function<void(const QString &message)> listener);
+    static void removeErrorListener(int id);
 
     // Back to a freshly started host: settings, store, call log, error log,
     // unchanged marks and every piece of host state registered below.

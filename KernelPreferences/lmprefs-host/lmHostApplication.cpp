@@ -126,6 +126,10 @@ void lmHostApplication::shutDown()
     m_session.reset();
     if (m_plugin.isLoaded())
         m_plugin.unload();
+    if (m_errorListener) {
+        lmHostSettings::removeErrorListener(m_errorListener);
+        m_errorListener = 0;
+    }
     if (m_traceListener) {
         lmCallLog::removeListener(m_traceListener);
         m_traceListener = 0;
@@ -329,8 +333,12 @@ int lmHostApplication::execute(const QStringList &arguments)
 
     // Nobody can answer a dialog in a headless run (a page may ask, e.g. the
     // language restart notice): dismiss each one and say so.
-    if (isHeadless)
+    if (isHeadless) {
         m_dialogSuppressor = std::make_unique<lmDialogSuppressor>(true);
+        // The host's error log has no window to show it: one line each.
+        m_errorListener = lmHostSettings::addErrorListener(
+            [](const QString &message) { printError(QStringLiteral("host error: ") + message.trimmed()); });
+    }
 
     // Start-up as the host does it: stored values first, so they win over
     // the defaults the categories then write.
@@ -367,8 +375,10 @@ int lmHostApplication::execute(const QStringList &arguments)
 
     if (isHeadless)
         return 0;
-    // OK closes the dialog even when the save failed (and said so).
-    if (dialog().exec() == QDialog::Accepted && !m_session->errorString().isEmpty())
-        return 1;
+    // OK closes the dialog only once saved; a save that failed and was then
+    // given up with Cancel leaves the file as it was.
+    dialog().exec();
+    if (!m_session->errorString().isEmpty())
+        return fail(1, QStringLiteral("the changes were not saved: %1").arg(m_session->errorString()));
     return 0;
 }

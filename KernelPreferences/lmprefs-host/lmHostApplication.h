@@ -53,5 +53,6 @@ private:
     std::unique_ptr<lmPreferencesDialog> m_dialog;
     std::unique_ptr<QFile> m_trace;
     int m_traceListener = 0;
+    int m_errorListener = 0;
     QLibrary m_plugin;
 };

@@ -1,10 +1,14 @@
 #include "lmPreferencesDialog.h"
 
 #include "lmCallLog.h"
+#include "lmHostSettings.h"
 #include "lmPreferencesSession.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFileSystemWatcher>
 #include <QFontDatabase>
 #include <QGroupBox>
 #include <QHeaderView>
@@ -148,11 +152,14 @@ lmPreferencesDialog::lmPreferencesDialog(lmPreferencesSession &session, QWidget 
     m_callLog->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_callLog->setMaximumBlockCount(5000);
     m_callLog->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    auto *logArea = new QWidget;
-    auto *logLayout = new QVBoxLayout(logArea);
-    logLayout->setContentsMargins(0, 0, 0, 0);
-    logLayout->addWidget(new QLabel(tr("Host calls")));
-    logLayout->addWidget(m_callLog);
+    m_errorLog = new QPlainTextEdit;
+    m_errorLog->setReadOnly(true);
+    m_errorLog->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_errorLog->setFont(m_callLog->font());
+    auto *logArea = new QTabWidget;
+    logArea->setDocumentMode(true);
+    logArea->addTab(m_callLog, tr("Host calls"));
+    logArea->addTab(m_errorLog, tr("Host errors"));
 
     auto *right = new QSplitter(Qt::Vertical);
     right->addWidget(pageArea);
@@ -173,7 +180,18 @@ lmPreferencesDialog::lmPreferencesDialog(lmPreferencesSession &session, QWidget 
                                      | QDialogButtonBox::RestoreDefaults);
     m_restoreAll = m_buttons->addButton(tr("Restore All Defaults"), QDialogButtonBox::ResetRole);
 
+    m_notice = new QLabel;
+    m_notice->setWordWrap(true);
+    m_notice->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_notice->setFrameShape(QFrame::StyledPanel);
+    m_notice->setMargin(6);
+    m_notice->setAutoFillBackground(true);
+    m_notice->setBackgroundRole(QPalette::ToolTipBase);
+    m_notice->setForegroundRole(QPalette::ToolTipText);
+    m_notice->hide();
+
     auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_notice);
     layout->addWidget(split, 1);
     layout->addWidget(m_buttons);
     resize(960, 680);
@@ -195,17 +213,79 @@ lmPreferencesDialog::lmPreferencesDialog(lmPreferencesSession &session, QWidget 
         m_callLog->appendPlainText(line);
         showLatestCall();
     });
+    // The host's error log, one line per message; its tab counts them.
+    const auto showErrors = [this, logArea] {
+        const int count = m_errorLog->blockCount() - (m_errorLog->toPlainText().isEmpty() ? 1 : 0);
+        logArea->setTabText(1, count ? tr("Host errors (%1)").arg(count) : tr("Host errors"));
+    };
+    for (const QString &message : lmHostSettings::errorLog())
+        m_errorLog->appendPlainText(message.trimmed());
+    showErrors();
+    m_errorListener = lmHostSettings::addErrorListener([this, showErrors](const QString &message) {
+        m_errorLog->appendPlainText(message.trimmed());
+        showErrors();
+    });
     // Pages are withdrawn inside category destructors: hand them back at once.
     m_pagesListener = lmPreferencesHost::addPagesListener([this] { rebuild(); });
 
     rebuild();
     refreshBold();
     m_session.beginEditing();
+
+    const lmStoreFile::LoadResult loaded = m_session.loadResult();
+    if (loaded == lmStoreFile::LoadedFromBackup || loaded == lmStoreFile::Failed)
+        notify(m_session.loadMessages().join(QLatin1Char(' '))
+               + tr(" Saving asks before the damaged file is replaced; it is then kept beside it."));
+    watchStoreFile();
+}
+
+void lmPreferencesDialog::watchStoreFile()
+{
+    const QString path = m_session.storeFile().path();
+    if (path.isEmpty())
+        return;
+    // Saves replace the file, which ends a watch on the file itself: the
+    // folder is watched too, and the file again after each change.
+    m_watcher = new QFileSystemWatcher(this);
+    m_outsideChanges = new QTimer(this);
+    m_outsideChanges->setSingleShot(true);
+    m_outsideChanges->setInterval(200); // another instance's save settles
+    connect(m_outsideChanges, &QTimer::timeout, this, &lmPreferencesDialog::takeOutsideChanges);
+    const auto rewatch = [this, path] {
+        if (QFileInfo::exists(path) && !m_watcher->files().contains(path))
+            m_watcher->addPath(path);
+        m_outsideChanges->start();
+    };
+    connect(m_watcher, &QFileSystemWatcher::fileChanged, this, rewatch);
+    connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, rewatch);
+    m_watcher->addPath(QFileInfo(path).absolutePath());
+    if (QFileInfo::exists(path))
+        m_watcher->addPath(path);
+}
+
+void lmPreferencesDialog::takeOutsideChanges()
+{
+    if (m_session.isLearning())
+        return;
+    const std::vector<std::string> taken = m_session.takeOutsideChanges();
+    if (taken.empty())
+        return;
+    refreshBold();
+    notify(tr("Another instance saved %n value(s) to %1; the pages without pending edits now show them.", nullptr,
+              int(taken.size()))
+               .arg(m_session.storeFile().path()));
+}
+
+void lmPreferencesDialog::notify(const QString &text)
+{
+    m_notice->setText(text);
+    m_notice->setVisible(!text.isEmpty());
 }
 
 lmPreferencesDialog::~lmPreferencesDialog()
 {
     lmCallLog::removeListener(m_callLogListener);
+    lmHostSettings::removeErrorListener(m_errorListener);
     lmPreferencesHost::removePagesListener(m_pagesListener);
     const QList<const QWidget *> pages = m_order;
     for (const QWidget *page : pages)
@@ -453,20 +533,66 @@ void lmPreferencesDialog::mark(const QString &what)
 
 bool lmPreferencesDialog::commit()
 {
-    const bool saved = m_session.accept();
+    m_session.commit();
+    const bool saved = m_session.save() || saveAfterFailure();
     refreshBold();
-    if (!saved) {
-        std::fprintf(stderr, "lmprefs-host: %s\n", qPrintable(m_session.errorString()));
-        QMessageBox::warning(this, windowTitle(), m_session.errorString());
-    }
     return saved;
+}
+
+bool lmPreferencesDialog::saveAfterFailure()
+{
+    for (;;) {
+        const QString error = m_session.errorString();
+        std::fprintf(stderr, "lmprefs-host: %s\n", qPrintable(error));
+        notify(error + tr(" Your changes are kept in this window."));
+        QMessageBox box(QMessageBox::Warning, windowTitle(), error, QMessageBox::NoButton, this);
+        box.setInformativeText(tr("Your changes are kept. Try again, save them to another file, or go on editing."));
+        QPushButton *retry = box.addButton(tr("Retry"), QMessageBox::AcceptRole);
+        QPushButton *saveAs = box.addButton(tr("Save As..."), QMessageBox::ActionRole);
+        QPushButton *replace = nullptr;
+        if (!m_session.storeFile().canSave())
+            replace = box.addButton(tr("Replace Damaged File"), QMessageBox::DestructiveRole);
+        box.addButton(QMessageBox::Cancel);
+        box.setDefaultButton(retry);
+        box.exec();
+
+        if (box.clickedButton() == retry) {
+            if (m_session.save())
+                break;
+        } else if (replace && box.clickedButton() == replace) {
+            QString keptAs;
+            if (!m_session.storeFile().setDamagedFileAside(&keptAs)) {
+                QMessageBox::warning(this, windowTitle(), m_session.storeFile().errorString());
+                continue;
+            }
+            if (m_session.save()) {
+                notify(tr("The damaged preferences file is kept as %1.").arg(keptAs));
+                return true;
+            }
+        } else if (box.clickedButton() == saveAs) {
+            const QString path = QFileDialog::getSaveFileName(this, tr("Save Preferences As"),
+                                                              m_session.storeFile().path(),
+                                                              tr("Preferences (*.json);;All files (*)"));
+            if (path.isEmpty())
+                continue;
+            if (m_session.saveAs(path)) {
+                notify(tr("The preferences were saved to %1, which is now the file they are kept in.").arg(path));
+                return true;
+            }
+        } else {
+            return false;
+        }
+    }
+    notify(QString());
+    return true;
 }
 
 void lmPreferencesDialog::accept()
 {
     mark(tr("OK"));
-    commit();
-    QDialog::accept();
+    // A failed save keeps the dialog open with every edit.
+    if (commit())
+        QDialog::accept();
 }
 
 void lmPreferencesDialog::applyChanges()

@@ -8,6 +8,7 @@
 #include <QPixmap>
 #include <QPointer>
 
+class QFileSystemWatcher;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
@@ -15,6 +16,7 @@ class QPushButton;
 class QScrollArea;
 class QStackedWidget;
 class QTreeWidget;
+class QTimer;
 class QTreeWidgetItem;
 class lmPreferencesSession;
 
@@ -34,6 +36,10 @@ public:
     QTreeWidget *tree() const { return m_tree; }
     QLineEdit *searchField() const { return m_search; }
     QPlainTextEdit *callLogView() const { return m_callLog; }
+    QPlainTextEdit *errorLogView() const { return m_errorLog; }
+    // What the dialog has to say about the preferences file (a damaged file,
+    // a failed save, values another instance saved); hidden when nothing.
+    QLabel *noticeBar() const { return m_notice; }
     QPushButton *button(QDialogButtonBox::StandardButton which) const;
     QPushButton *restoreAllButton() const { return m_restoreAll; }
 
@@ -52,6 +58,8 @@ public Q_SLOTS:
     void accept() override;
     void reject() override;
     void applyChanges();
+    // Values another instance saved onto the pages the user has not edited.
+    void takeOutsideChanges();
     void restoreDefaults();
     void restoreAllDefaults();
     void setFilter(const QString &text);
@@ -77,7 +85,12 @@ private:
     // A page item the search kept, under groups that are shown.
     bool isKept(const QTreeWidgetItem *item) const;
     bool pageMatches(const PageEntry &entry, const QString &needle) const;
+    // Pages into the store and the host, then the file; on a failed save
+    // asks what to do, as long as the user wants to try. True once saved.
     bool commit();
+    bool saveAfterFailure();
+    void notify(const QString &text);
+    void watchStoreFile();
     void mark(const QString &what);
 
     lmPreferencesSession &m_session;
@@ -87,6 +100,11 @@ private:
     QStackedWidget *m_stack = nullptr;
     QWidget *m_empty = nullptr;
     QPlainTextEdit *m_callLog = nullptr;
+    QPlainTextEdit *m_errorLog = nullptr;
+    QLabel *m_notice = nullptr;
+    QFileSystemWatcher *m_watcher = nullptr;
+    QTimer *m_outsideChanges = nullptr;
+    int m_errorListener = 0;
     QDialogButtonBox *m_buttons = nullptr;
     QPushButton *m_restoreAll = nullptr;
     QMap<const QWidget *, PageEntry> m_entries;

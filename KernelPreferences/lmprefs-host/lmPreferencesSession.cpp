@@ -6,6 +6,8 @@
 
 #include <QScopeGuard>
 
+#include <algorithm>
+
 #include <cstdio>
 
 namespace {
@@ -35,8 +37,10 @@ lmPreferencesSession::~lmPreferencesSession()
 
 QStringList lmPreferencesSession::loadStore()
 {
-    m_file.load(lmPreferences::getData());
-    return m_file.messages();
+    m_loadResult = m_file.load(lmPreferences::getData());
+    m_loadMessages = m_file.messages();
+    m_base = lmPreferences::getData();
+    return m_loadMessages;
 }
 
 void lmPreferencesSession::startUp()
@@ -52,9 +56,18 @@ void lmPreferencesSession::startUp()
     lmPreferencesHost::resetUnchanged();
     lmPreferencesHost::applyAll();
     lmPreferencesHost::resetUnchanged();
+    // Defaults the file lacked are not this session's changes: another
+    // instance's saved value for such a key wins at the next save.
+    m_base = lmPreferences::getData();
 }
 
 bool lmPreferencesSession::accept()
+{
+    commit();
+    return save();
+}
+
+void lmPreferencesSession::commit()
 {
     lmPreferencesHost::storeGUIAll();
     for (const Category &category : lmPreferencesHost::categories())
@@ -65,7 +78,106 @@ bool lmPreferencesSession::accept()
     m_pushInFull.clear();
     m_pushAllInFull = false;
     beginEditing();
-    return m_file.save(lmPreferences::getData());
+}
+
+bool lmPreferencesSession::save()
+{
+    lmMessage merged;
+    if (!m_file.saveChanges(lmPreferences::getData(), m_base, merged)) {
+        m_error = m_file.errorString();
+        return false;
+    }
+    m_error.clear();
+    std::vector<std::string> theirs;
+    const lmMessage &store = lmPreferences::getData();
+    for (const auto &entry : merged.values())
+        if (!lmStoreDocument::sameValue(store.get(entry.first), entry.second))
+            theirs.push_back(entry.first);
+    m_base = merged;
+    takeValues(merged, theirs);
+    return true;
+}
+
+bool lmPreferencesSession::saveAs(const QString &path)
+{
+    lmStoreFile other(path);
+    if (!other.save(lmPreferences::getData())) {
+        m_error = other.errorString();
+        return false;
+    }
+    m_error.clear();
+    m_file = other;
+    m_base = lmPreferences::getData();
+    return true;
+}
+
+std::vector<std::string> lmPreferencesSession::takeOutsideChanges()
+{
+    lmMessage disk;
+    if (m_file.path().isEmpty() || !m_file.canSave() || !lmStoreFile::readFile(m_file.path(), disk, nullptr))
+        return {};
+    std::map<const void *, bool> edited;
+    std::vector<std::string> taken;
+    for (const auto &entry : disk.values()) {
+        if (lmStoreDocument::sameValue(entry.second, m_base.get(entry.first)))
+            continue;
+        bool onEditedPage = false;
+        for (const Category &category : lmPreferencesHost::categories())
+            if (defaultsOf(category).contains(entry.first)) {
+                auto it = edited.find(category.object());
+                if (it == edited.end())
+                    it = edited.emplace(category.object(), !pendingKeys(category).empty()).first;
+                onEditedPage = onEditedPage || it->second;
+            }
+        // Left for the save, which keeps what this session did not change.
+        if (onEditedPage)
+            continue;
+        m_base.set(entry.first, entry.second, true);
+        taken.push_back(entry.first);
+    }
+    takeValues(disk, taken);
+    return taken;
+}
+
+void lmPreferencesSession::takeValues(const lmMessage &values, const std::vector<std::string> &keys)
+{
+    if (keys.empty())
+        return;
+    lmMessage &store = lmPreferences::getData();
+    for (const std::string &key : keys) {
+        store.set(key, values.get(key), true);
+        // Cancel returns to them too: they are the file's, not an edit.
+        m_snapshot.set(key, values.get(key), true);
+    }
+    for (const Category &category : lmPreferencesHost::categories()) {
+        const lmMessage &defaults = defaultsOf(category);
+        if (std::any_of(keys.begin(), keys.end(), [&](const std::string &key) { return defaults.contains(key); })) {
+            lmPreferencesHost::updateGUI(category);
+            // The running host has not seen them yet.
+            m_pushInFull.insert(category.object());
+            m_snapshotPushInFull.insert(category.object());
+        }
+    }
+}
+
+std::vector<std::string> lmPreferencesSession::pendingKeys(const Category &category)
+{
+    std::vector<std::string> pending;
+    const lmMessage &defaults = defaultsOf(category);
+    {
+        const auto restore = qScopeGuard([this, wasLearning = m_learning] { m_learning = wasLearning; });
+        m_learning = true;
+        ScratchStore store;
+        store.scratch = *store.real;
+        lmDialogSuppressor suppressor;
+        lmPreferencesHost::storeGUI(category);
+        for (const auto &entry : defaults.values())
+            if (!lmStoreDocument::sameValue(store.scratch.get(entry.first), store.real->get(entry.first)))
+                pending.push_back(entry.first);
+    }
+    // Storing marks keys unchanged; those marks belong to the next accept.
+    lmPreferencesHost::resetUnchanged(category);
+    return pending;
 }
 
 void lmPreferencesSession::restoreDefaults(const Category &category)

@@ -34,16 +34,35 @@ public:
     // Before the categories exist: the stored values, which then win over
     // the defaults. Returns what happened, one line each.
     QStringList loadStore();
+    lmStoreFile::LoadResult loadResult() const { return m_loadResult; }
+    QStringList loadMessages() const { return m_loadMessages; }
 
     // After the categories exist: defaults for keys the store lacks, what
     // each category's defaults are, pages from the store, then the initial
     // apply with every key counting as changed.
     void startUp();
 
-    // OK and Apply: pages to store, apply, unchanged sets reset, save.
-    // False when the save failed (errorString()); the values stay in memory.
+    // OK and Apply: commit(), then save(). False when the save failed
+    // (errorString()); the values stay in memory and in the pages.
     bool accept();
-    QString errorString() const { return m_file.errorString(); }
+    // Pages to store, apply, unchanged sets reset.
+    void commit();
+    // The keys this session changed, onto the file as it is on disk now;
+    // what another instance saved meanwhile comes back into the store and
+    // onto the pages.
+    bool save();
+    // The whole store into another file, which is then the one kept.
+    bool saveAs(const QString &path);
+    QString errorString() const { return m_error; }
+
+    // Values another instance saved since this session last read or wrote
+    // the file: taken into the store and onto the page of every category
+    // whose page holds no pending edit. Returns the keys taken.
+    std::vector<std::string> takeOutsideChanges();
+
+    // Keys whose value on the page differs from the store's: what OK would
+    // write. Found by letting the category store its page into a copy.
+    std::vector<std::string> pendingKeys(const Category &category);
 
     // Defaults into the store and onto the page; a restored category pushes
     // every key at the next accept, since the store already holds the values
@@ -83,8 +102,17 @@ public:
 
 private:
     void learn(const Category &category);
+    // Values that arrived from the disk: into the store, the pages and the
+    // next apply.
+    void takeValues(const lmMessage &values, const std::vector<std::string> &keys);
 
     lmStoreFile m_file;
+    lmStoreFile::LoadResult m_loadResult = lmStoreFile::NoFile;
+    QStringList m_loadMessages;
+    QString m_error;
+    // What the file held when this session last read or wrote it: a key
+    // whose value differs from it is this session's change.
+    lmMessage m_base;
     lmMessage m_snapshot;
     bool m_hasSnapshot = false;
     // Categories whose every key counts as changed at the next accept.

@@ -646,10 +646,57 @@ bool lmStoreFile::fail(const QString &reason)
 
 bool lmStoreFile::save(const lmMessage &store)
 {
+    return write(store, nullptr, nullptr);
+}
+
+bool lmStoreFile::saveChanges(const lmMessage &store, const lmMessage &base, lmMessage &merged)
+{
+    return write(store, &base, &merged);
+}
+
+bool lmStoreFile::setDamagedFileAside(QString *keptAs)
+{
+    m_error.clear();
+    QString aside = m_path + QStringLiteral(".damaged");
+    for (int n = 2; QFileInfo::exists(aside); ++n)
+        aside = m_path + QStringLiteral(".damaged-%1").arg(n);
+    if (QFileInfo::exists(m_path) && !QFile::rename(m_path, aside)) {
+        m_error = QStringLiteral("The damaged preferences %1 could not be moved to %2.").arg(m_path, aside);
+        return false;
+    }
+    m_loadError.clear();
+    if (keptAs)
+        *keptAs = aside;
+    return true;
+}
+
+namespace {
+
+// The file as it is on disk, with the keys this instance changed on top.
+lmMessage mergedOnto(const lmMessage &disk, const lmMessage &store, const lmMessage &base)
+{
+    lmMessage merged = disk;
+    for (const auto &entry : store.values())
+        if (!disk.contains(entry.first) || !lmStoreDocument::sameValue(entry.second, base.get(entry.first)))
+            merged.set(entry.first, entry.second, true);
+    // A key this instance dropped goes unless another changed it meanwhile.
+    for (const auto &entry : base.values())
+        if (!store.contains(entry.first) && lmStoreDocument::sameValue(disk.get(entry.first), entry.second))
+            merged.remove(entry.first);
+    return merged;
+}
+
+} // namespace
+
+bool lmStoreFile::write(const lmMessage &store, const lmMessage *base, lmMessage *merged)
+{
     m_error.clear();
     m_messages.clear();
-    if (m_path.isEmpty())
+    if (m_path.isEmpty()) {
+        if (merged)
+            *merged = store;
         return true;
+    }
     if (!m_loadError.isEmpty())
         return fail(QStringLiteral("the file could not be loaded (%1) and is left as it is").arg(m_loadError));
 
@@ -660,7 +707,8 @@ bool lmStoreFile::save(const lmMessage &store)
     if (!QDir().mkpath(folder))
         return fail(QStringLiteral("cannot create the folder %1").arg(folder));
 
-    // One writer at a time: another instance saving the same file waits here.
+    // One writer at a time: another instance saving the same file waits here,
+    // and what it wrote is read below before anything is written.
     QLockFile lock(m_path + QStringLiteral(".lock"));
     if (!lock.tryLock(m_lockTimeout)) {
         qint64 pid = 0;
@@ -670,25 +718,44 @@ bool lmStoreFile::save(const lmMessage &store)
         return fail(QStringLiteral("cannot create the lock file %1.lock").arg(m_path));
     }
 
-    // The file being replaced becomes the backup when it is good.
+    QByteArray previous;
+    lmMessage disk;
+    bool diskGood = false;
     QFile current(m_path);
-    if (current.exists() && current.open(QIODevice::ReadOnly)) {
-        const QByteArray previous = current.readAll();
-        current.close();
-        lmMessage check;
-        if (lmStoreDocument::read(previous, check, nullptr)) {
-            QSaveFile backup(backupPath());
-            if (!backup.open(QIODevice::WriteOnly) || backup.write(previous) != previous.size() || !backup.commit())
-                return fail(QStringLiteral("cannot write the backup %1 (%2)").arg(backupPath(), backup.errorString()));
+    if (current.exists()) {
+        QString reason;
+        if (current.open(QIODevice::ReadOnly)) {
+            previous = current.readAll();
+            current.close();
+            diskGood = lmStoreDocument::read(previous, disk, &reason);
+        } else {
+            reason = current.errorString();
+        }
+        // Changed by someone else into something unreadable since it was
+        // loaded: the same as a file that failed to load.
+        if (!diskGood && base) {
+            m_loadError = reason;
+            return fail(QStringLiteral("the file on disk cannot be read (%1) and is left as it is").arg(reason));
         }
     }
 
+    const lmMessage result = base ? mergedOnto(disk, store, *base) : store;
+
+    // The file being replaced becomes the backup when it is good.
+    if (diskGood) {
+        QSaveFile backup(backupPath());
+        if (!backup.open(QIODevice::WriteOnly) || backup.write(previous) != previous.size() || !backup.commit())
+            return fail(QStringLiteral("cannot write the backup %1 (%2)").arg(backupPath(), backup.errorString()));
+    }
+
     QStringList skipped;
-    const QByteArray document = lmStoreDocument::write(store, &skipped);
+    const QByteArray document = lmStoreDocument::write(result, &skipped);
     QSaveFile file(m_path);
     if (!file.open(QIODevice::WriteOnly) || file.write(document) != document.size() || !file.commit())
         return fail(file.errorString());
     if (!skipped.isEmpty())
         m_messages << QStringLiteral("Keys of no preference type were not saved: %1.").arg(skipped.join(QStringLiteral(", ")));
+    if (merged)
+        *merged = result;
     return true;
 }

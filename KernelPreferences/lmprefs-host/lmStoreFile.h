@@ -53,7 +53,12 @@ float floatFromJsonNumber(double number);
 
 // The file that keeps the store between runs: written atomically under a lock,
 // the previous good file kept as FILE.bak, and a file that failed to load is
-// never overwritten.
+// never overwritten without the user's consent.
+//
+// Two instances on one file: saveChanges() writes only the keys this
+// instance changed onto the file as it is on disk at that moment, under the
+// lock, and keeps every other key from the disk. When both changed the same
+// key, the later save wins for that key.
 class lmStoreFile
 {
 public:
@@ -68,11 +73,20 @@ public:
     // Merges the file (or, when that cannot be read, its backup) into store.
     // What happened is told in messages(), one line each.
     LoadResult load(lmMessage &store);
-    // False when the store was not saved; errorString() says why.
+    // Writes the whole store; false when it was not saved (errorString()).
     bool save(const lmMessage &store);
+    // Writes the keys whose values in store differ from base (or that the
+    // disk lacks) onto the file as it is now; the rest keeps the disk's
+    // values. merged receives what the file then holds.
+    bool saveChanges(const lmMessage &store, const lmMessage &base, lmMessage &merged);
 
-    // False after a load that failed: the file on disk is left for the user.
+    // False while the file on disk could not be read: saves leave it alone.
     bool canSave() const { return m_loadError.isEmpty(); }
+    QString damageReason() const { return m_loadError; }
+    // With the user's consent: moves the unreadable file aside (to a free
+    // FILE.damaged name, returned in keptAs), so that the next save writes a
+    // new one. False when it could not be moved (errorString()).
+    bool setDamagedFileAside(QString *keptAs = nullptr);
 
     QStringList messages() const { return m_messages; }
     QString errorString() const { return m_error; }
@@ -84,6 +98,7 @@ public:
     static bool readFile(const QString &path, lmMessage &store, QString *error);
 
 private:
+    bool write(const lmMessage &store, const lmMessage *base, lmMessage *merged);
     bool fail(const QString &reason);
 
     QString m_path;

@@ -247,6 +247,13 @@ private slots:
         QCOMPARE(fromBackup.messages().value(1), "Starting from the backup " + store() + ".bak.");
         QCOMPARE(fromBackup.out, QStringLiteral("Camera fov=55 (default: 45)\n"));
         QCOMPARE(fileBytes(store()), damaged);
+
+        // The host's error log, one line each on stderr.
+        QFile::remove(store());
+        const Run logged = host({"--set", "FileIO tmp path=/nonexistent/tmp", "--accept"});
+        QCOMPARE(logged.status, 0);
+        QVERIFY2(logged.messages().contains("host error: FileIO preferences: tmp path doesn't exist!"),
+                 qPrintable(logged.err));
     }
 
     // Runs without the test's store file or the offscreen platform.

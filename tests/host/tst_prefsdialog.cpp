@@ -17,6 +17,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QLabel>
 #include <QMessageBox>
@@ -473,24 +474,121 @@ private slots:
         QCOMPARE(lmHostApplication::screenshotName("..", "a\\b:c*?\"<>|\n"), QStringLiteral("page.._a-b-c-------"));
     }
 
-    void failedSaveIsShownAndKeepsTheValues()
+    // A failed save keeps the dialog open with every edit; Retry, Save As
+    // and Cancel in the question that follows.
+    void failedSaveKeepsTheEditsAndOffersRetryAndSaveAs()
     {
         QFile blocker(m_dir->filePath("plain"));
         QVERIFY(blocker.open(QIODevice::WriteOnly));
-        lmPreferencesSession session(m_dir->filePath("plain/prefs.json"));
+        const QString blocked = m_dir->filePath("plain/prefs.json");
+        lmPreferencesSession session(blocked);
         lmCameraPreferencesGUII camera;
         session.startUp();
         lmPreferencesDialog dialog(session);
-        lmDialogAnswerer answerer({lmDialogAnswerer::accept()});
+        dialog.show();
+        const QString elsewhere = m_dir->filePath("elsewhere.json");
+        lmDialogAnswerer answerer({lmDialogAnswerer::clickButton("Cancel"), lmDialogAnswerer::clickButton("Retry"),
+                                   lmDialogAnswerer::clickButton("Save As..."),
+                                   lmDialogAnswerer::chooseFile(elsewhere)});
         lmStderrCapture stderrText;
         camera.page()->_fov->setValue(80.0);
-        dialog.applyChanges();
+
+        // OK, then Cancel in the question: still open, the edit on the page.
+        dialog.button(QDialogButtonBox::Ok)->click();
         QCOMPARE(answerer.count(), 1);
-        QVERIFY2(answerer.seen()[0].text.startsWith("The preferences were not saved to " + m_dir->filePath("plain/prefs.json")),
+        QVERIFY(dialog.isVisible());
+        QStringList offered = answerer.seen()[0].buttons;
+        offered.sort();
+        QCOMPARE(offered, QStringList({"Cancel", "Retry", "Save As..."}));
+        QVERIFY2(answerer.seen()[0].text.startsWith("The preferences were not saved to " + blocked),
                  qPrintable(answerer.seen()[0].text));
+        QVERIFY(dialog.noticeBar()->isVisibleTo(&dialog));
+        QVERIFY(dialog.noticeBar()->text().contains("cannot create the folder"));
         QVERIFY(stderrText.text().contains("cannot create the folder"));
+        QCOMPARE(camera.page()->_fov->value(), 80.0);
         QCOMPARE(storedFloat("Camera fov"), 80.0f);
-        QVERIFY(dialog.isBold(camera.page()));
+
+        // OK again: Retry fails the same way, then Save As writes elsewhere,
+        // which is the file from then on; the dialog closes.
+        dialog.button(QDialogButtonBox::Ok)->click();
+        QCOMPARE(answerer.count(), 4);
+        QVERIFY(!dialog.isVisible());
+        QCOMPARE(session.storeFile().path(), elsewhere);
+        lmMessage saved;
+        QVERIFY(lmStoreFile::readFile(elsewhere, saved, nullptr));
+        QCOMPARE(*boost::any_cast<float>(&saved.get("Camera fov")), 80.0f);
+        QVERIFY(QFileInfo(m_dir->filePath("plain")).isFile());
+    }
+
+    // A damaged file is shown in the window at start-up and is replaced only
+    // when the user says so, kept beside the new one.
+    void damagedFileIsShownAndReplacedOnlyWithConsent()
+    {
+        const QByteArray damaged("{\"format\": \"lmKernelPreferences-store\", \"vers");
+        QFile file(storePath());
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(damaged) == damaged.size());
+        file.close();
+        startHost();
+        lmPreferencesDialog dialog(*m_session);
+        QVERIFY(dialog.noticeBar()->isVisibleTo(&dialog));
+        QVERIFY2(dialog.noticeBar()->text().startsWith("Cannot load the preferences " + storePath()),
+                 qPrintable(dialog.noticeBar()->text()));
+        QVERIFY(dialog.noticeBar()->text().contains("Starting from the defaults."));
+
+        lmDialogAnswerer answerer({lmDialogAnswerer::clickButton("Cancel"),
+                                   lmDialogAnswerer::clickButton("Replace Damaged File")});
+        lmStderrCapture quiet;
+        m_camera->page()->_fov->setValue(70.0);
+        dialog.applyChanges();
+        QVERIFY(answerer.seen().at(0).buttons.contains("Replace Damaged File"));
+        QCOMPARE(fileBytes(storePath()), damaged);
+        dialog.applyChanges();
+        QCOMPARE(answerer.count(), 2);
+        QCOMPARE(fileBytes(storePath() + ".damaged"), damaged);
+        QVERIFY(dialog.noticeBar()->text().contains(storePath() + ".damaged"));
+        lmMessage saved;
+        QVERIFY(lmStoreFile::readFile(storePath(), saved, nullptr));
+        QCOMPARE(*boost::any_cast<float>(&saved.get("Camera fov")), 70.0f);
+    }
+
+    // Another instance saves while the dialog is open: what it changed
+    // reaches the pages the user has not edited and stays in the file; a key
+    // both changed keeps the later save's value.
+    void anotherInstancesSaveIsKept()
+    {
+        startHost();
+        lmPreferencesDialog dialog(*m_session);
+        m_grid->check->setChecked(true); // the user's pending edit on Grid
+
+        lmMessage theirs;
+        theirs = lmPreferences::getData();
+        theirs.set("Camera fov", 33.0f, true);
+        theirs.set("Grid units", 1, true);
+        theirs.set("Units units", 1, true);
+        QVERIFY(lmStoreFile(storePath()).save(theirs));
+
+        dialog.takeOutsideChanges();
+        QCOMPARE(m_camera->page()->_fov->value(), 33.0);
+        QCOMPARE(m_units->combo->currentIndex(), 1);
+        // The edited page keeps what the user sees.
+        QCOMPARE(m_grid->combo->currentIndex(), 0);
+        QVERIFY(m_grid->check->isChecked());
+
+        // The user now also changes the field of view; OK keeps theirs where
+        // the user did not change the value, and the user's where both did.
+        m_camera->page()->_fov->setValue(44.0);
+        lmCallLog::clear();
+        dialog.accept();
+        lmMessage saved;
+        QVERIFY(lmStoreFile::readFile(storePath(), saved, nullptr));
+        QCOMPARE(*boost::any_cast<float>(&saved.get("Camera fov")), 44.0f);
+        QCOMPARE(*boost::any_cast<int>(&saved.get("Grid units")), 1);
+        QCOMPARE(*boost::any_cast<bool>(&saved.get("Grid grid")), true);
+        QCOMPARE(*boost::any_cast<int>(&saved.get("Units units")), 1);
+        QCOMPARE(storeDocument(), fileBytes(storePath()));
+        // The running host gets the values it had not seen.
+        QVERIFY(lmCallLog::lines().contains("Test::setUnits(\"Units\", 1)"));
+        QCOMPARE(m_grid->combo->currentIndex(), 1);
     }
 };
 

@@ -12,6 +12,7 @@
 
 #include <QFile>
 #include <QLibrary>
+#include <QProcess>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -157,6 +158,35 @@ private slots:
         QCOMPARE(fileBytes(storePath()), file);
         QCOMPARE(fileBytes(storePath() + ".bak"), backup);
         QCOMPARE(boldPages(dialog), boldAfterAccept);
+    }
+
+    // Another lmprefs-host saves the same file while the dialog is open:
+    // OK keeps what it saved, except a key this instance changed as well,
+    // where the later save wins.
+    void secondProcessSavingBeforeOkIsKept()
+    {
+        QVERIFY2(startHost(), qPrintable(m_library.errorString()));
+        lmPreferencesDialog dialog(*m_session);
+        dialog.applyChanges();
+
+        QProcess other;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        other.setProcessEnvironment(environment);
+        other.start(QStringLiteral(LM_HOST_PATH),
+                    {"--headless", "--plugin", LM_PLUGIN_PATH, "--preferences", storePath(), "--set", "Camera fov=33",
+                     "--set", "Navigator panning speed=7", "--accept"});
+        QVERIFY(other.waitForFinished(-1));
+        QVERIFY2(other.exitCode() == 0, other.readAllStandardError().constData());
+
+        m_session->setValue("Navigator panning speed", 9.0f);
+        lmPreferencesHost::updateGUIAll();
+        dialog.accept();
+        lmMessage saved;
+        QVERIFY(lmStoreFile::readFile(storePath(), saved, nullptr));
+        QCOMPARE(*boost::any_cast<float>(&saved.get("Camera fov")), 33.0f);
+        QCOMPARE(*boost::any_cast<float>(&saved.get("Navigator panning speed")), 9.0f);
+        QCOMPARE(storeDocument(), fileBytes(storePath()));
     }
 };
 

@@ -9,6 +9,7 @@
 #include <QEvent>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPointer>
 #include <QTimer>
@@ -126,6 +127,19 @@ lmDialogAnswerer::Answer lmDialogAnswerer::chooseDirectory(const QString &path)
         if (auto *fileDialog = qobject_cast<QFileDialog *>(dialog)) {
             fileDialog->setDirectory(path);
             fileDialog->selectFile(path);
+            QMetaObject::invokeMethod(fileDialog, "accept");
+            return;
+        }
+        dialog->reject();
+    };
+}
+
+lmDialogAnswerer::Answer lmDialogAnswerer::chooseFile(const QString &path)
+{
+    return [path](QDialog *dialog) {
+        if (auto *fileDialog = qobject_cast<QFileDialog *>(dialog)) {
+            fileDialog->setDirectory(QFileInfo(path).absolutePath());
+            fileDialog->selectFile(QFileInfo(path).fileName());
             QMetaObject::invokeMethod(fileDialog, "accept");
             return;
         }

@@ -60,6 +60,8 @@ public:
     static Answer clickButton(const QString &text);
     // Chooses a directory in a file dialog and accepts it.
     static Answer chooseDirectory(const QString &path);
+    // Names a file in a file dialog and accepts it.
+    static Answer chooseFile(const QString &path);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
