@@ -160,6 +160,47 @@ void lmPreferencesSession::takeValues(const lmMessage &values, const std::vector
     }
 }
 
+void lmPreferencesSession::showDefaultOnPage(const Category &category, const std::string &key)
+{
+    const boost::any defaultValue = defaultsOf(category).get(key);
+    if (defaultValue.empty())
+        return;
+    {
+        ScratchStore store;
+        store.scratch = *store.real;
+        lmDialogSuppressor suppressor;
+        // The page as it is, then the default for this key alone, back onto
+        // the page.
+        lmPreferencesHost::storeGUI(category);
+        store.scratch.set(key, defaultValue, true);
+        lmPreferencesHost::updateGUI(category);
+    }
+    lmPreferencesHost::resetUnchanged(category);
+}
+
+bool lmPreferencesSession::hasUncommittedChanges() const
+{
+    if (!m_hasSnapshot)
+        return false;
+    const lmMessage &store = lmPreferences::getData();
+    if (store.size() != m_snapshot.size())
+        return true;
+    for (const auto &entry : store.values())
+        if (!lmStoreDocument::sameValue(entry.second, m_snapshot.get(entry.first)))
+            return true;
+    return false;
+}
+
+bool lmPreferencesSession::ownerOf(const std::string &key, Category &owner)
+{
+    for (const Category &category : lmPreferencesHost::categories())
+        if (defaultsOf(category).contains(key)) {
+            owner = category;
+            return true;
+        }
+    return false;
+}
+
 std::vector<std::string> lmPreferencesSession::pendingKeys(const Category &category)
 {
     std::vector<std::string> pending;

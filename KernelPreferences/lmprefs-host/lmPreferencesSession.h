@@ -63,6 +63,14 @@ public:
     // Keys whose value on the page differs from the store's: what OK would
     // write. Found by letting the category store its page into a copy.
     std::vector<std::string> pendingKeys(const Category &category);
+    // The key's default onto the page, as a pending edit: the store and the
+    // page's other edits stay as they are, and Cancel undoes it.
+    void showDefaultOnPage(const Category &category, const std::string &key);
+    // The store holds values that OK or Apply has not yet applied and saved
+    // (Restore Defaults writes the store directly).
+    bool hasUncommittedChanges() const;
+    // The category that writes a default for key; false when none does.
+    bool ownerOf(const std::string &key, Category &owner);
 
     // Defaults into the store and onto the page; a restored category pushes
     // every key at the next accept, since the store already holds the values

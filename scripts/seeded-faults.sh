@@ -1,0 +1,116 @@
+#!/usr/bin/env bash
+# How many deliberate faults the test suite catches: applies each fault below
+# to the sources on its own, rebuilds, runs ctest, puts the source back, and
+# reports the faults that no test caught. The sources are left as they were,
+# also when interrupted.
+#   scripts/seeded-faults.sh            every fault
+#   scripts/seeded-faults.sh 3 7        faults 3 and 7 only
+# BUILD_DIR (default build-faults) holds the build it uses.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build_dir=${BUILD_DIR:-build-faults}
+jobs=$(nproc)
+
+# One fault per entry: file, the text it replaces (once), its replacement,
+# and what kind of fault it is.
+faults=(
+    "KernelPreferences/lmKernelPreferences/categories/lmCameraPreferencesGUI.cpp"
+    "(kFov, 45.0f)" "(kFov, 46.0f)" "a changed default"
+
+    "KernelPreferences/lmKernelPreferences/categories/lmWebInterfacePreferencesGUI.cpp"
+    "(kPort, 8888)" "(kPort, 8889)" "a changed default"
+
+    "KernelPreferences/lmKernelPreferences/categories/lmCameraPreferencesGUI.cpp"
+    "setPowerwallWindow(-1, width, height, distance)" "setPowerwallWindow(-1, height, width, distance)"
+    "a swapped argument"
+
+    "KernelPreferences/lmKernelPreferences/categories/lmNavigatorPreferencesGUI.cpp"
+    "setNavAutoCenter(flag)" "setNavAutoCenter(!flag)" "a negated argument"
+
+    "KernelPreferences/lmKernelPreferences/categories/lmMarkerPreferencesGUI.cpp"
+    "lmScenegraph::setAutoScroll(flag);" "(void)flag;" "a dropped host call"
+
+    "KernelPreferences/lmKernelPreferences/categories/lmCameraPreferencesGUI.cpp"
+    "if (readWidth && readHeight && readDistance)" "if (readWidth && readHeight)"
+    "a combined host call made although one read failed"
+
+    "KernelPreferences/lmKernelPreferences/categories/lmMarkerPreferencesGUI.cpp"
+    "m_page->_marker_size->setValidator(new QDoubleValidator(m_page->_marker_size));" ""
+    "a validator removed from a line edit"
+
+    "KernelPreferences/lmKernelPreferences/categories/lmHelpPreferencesGUI.ui"
+    "<string>Installed Help</string>" "<string>Installed help</string>" "a changed label"
+
+    "KernelPreferences/lmKernelPreferences/categories/lmMainWindowPreferencesGUI.ui"
+    "<string>Disable Docking</string>" "<string>Disable Dock</string>" "a changed check-box text"
+
+    "KernelPreferences/lmKernelPreferences/categories/lmCameraPreferencesGUI.cpp"
+    "    subPreferencesGUI(m_page);" "" "a page that does not withdraw itself"
+
+    "KernelPreferences/lmKernelPreferences/fileio/lmStlFilePreferencesGUI.cpp"
+    "    store.remove(kSourceReferenceBehavior);" "" "a key left behind on destruction"
+
+    "KernelPreferences/lmKernelPreferences/categories/lmWebInterfacePreferencesGUI.cpp"
+    "    lmKey<bool>(kDebugMode, false)," "" "a removed key"
+
+    "KernelPreferences/lmKernelPreferences/fileio/lmKBXFilePreferencesGUI.cpp"
+    "\",kbx_export_vertex_colors=\"" "\",kbx_export_vertexcolors=\"" "a changed option string"
+
+    "KernelPreferences/lmprefs-host/lmPreferencesSession.cpp"
+    "    lmPreferencesHost::updateGUIAll();
+    lmPreferencesHost::resetUnchanged();
+    lmPreferencesHost::applyAll();" "    lmPreferencesHost::resetUnchanged();
+    lmPreferencesHost::applyAll();
+    lmPreferencesHost::updateGUIAll();" "a start-up that applies before the pages show the loaded values"
+
+    "KernelPreferences/lmprefs-host/lmStoreFile.cpp"
+    "!lmStoreDocument::sameValue(entry.second, base.get(entry.first))" "true"
+    "a save that writes back what another instance changed"
+)
+
+cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DLM_BENCHMARKS=OFF >/dev/null
+build() { cmake --build "$build_dir" -j "$jobs" >/dev/null 2>&1; }
+suite() { (cd "$build_dir" && QT_QPA_PLATFORM=offscreen ctest -j "$jobs" --stop-on-failure >/dev/null 2>&1); }
+
+echo "baseline: building and running the suite"
+build
+suite || { echo "the suite fails without any fault: fix that first" >&2; exit 1; }
+
+saved=$(mktemp)
+current=""
+restore() { [[ -n $current ]] && cp "$saved" "$current"; current=""; }
+trap 'restore; rm -f "$saved"' EXIT
+
+count=$((${#faults[@]} / 4))
+chosen=("$@")
+((${#chosen[@]})) || chosen=($(seq 1 "$count"))
+caught=0 tried=0 survivors=()
+for n in "${chosen[@]}"; do
+    i=$(((n - 1) * 4))
+    file=${faults[i]} from=${faults[i + 1]} to=${faults[i + 2]} kind=${faults[i + 3]}
+    content=$(<"$file")
+    if [[ $content != *"$from"* ]]; then
+        echo "fault $n ($kind): its text is no longer in $file, skipped"
+        continue
+    fi
+    cp "$file" "$saved"
+    current=$file
+    printf '%s\n' "${content/"$from"/"$to"}" >"$file"
+    tried=$((tried + 1))
+    if ! build; then
+        verdict="caught by the build"
+        caught=$((caught + 1))
+    elif ! suite; then
+        verdict="caught"
+        caught=$((caught + 1))
+    else
+        verdict="NOT CAUGHT"
+        survivors+=("$n: $kind ($file)")
+    fi
+    restore
+    echo "fault $n ($kind): $verdict"
+done
+build
+
+echo "seeded faults caught: $caught of $tried"
+((${#survivors[@]} == 0)) || printf '  survived %s\n' "${survivors[@]}"
