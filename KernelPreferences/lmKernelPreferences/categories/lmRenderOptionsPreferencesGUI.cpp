@@ -728,6 +728,11 @@ void lmRenderOptionsPreferencesGUII::storeGUI()
     put(kShowLights, page->_showLights->isChecked());
     put(kShowJoints, page->_showJoints->isChecked());
     put(kActiveGpus, m_loaded.value(kActiveGpus, page->_activeGpus, page->_activeGpus->text().toStdString()));
+
+    // Keys without a control: storing the page leaves them as they are.
+    for (const char *key : {kAntialiasDistance, kAntialiasScale, kFastFullscreen, kGlContextSharing,
+                            kCorrectTwoSidedLighting, kClippingPlaneAdaption, kHardwareAntialiasSamples, kSliEnable})
+        addUnchanged(key);
 }
 
 void lmRenderOptionsPreferencesGUII::clickedAdd()
