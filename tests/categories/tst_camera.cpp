@@ -51,14 +51,6 @@ private slots:
         QCOMPARE(lmStored<float>("Camera fov"), 45.0f);
     }
 
-    void untouchedPageAppliesNothing()
-    {
-        lmCameraPreferencesGUII camera;
-        startPage(camera);
-        QCOMPARE(acceptLog(camera), QStringList());
-        QCOMPARE(unchangedKeys(), kKeys);
-    }
-
     void oneEditIsStoredAndPushedAlone_data()
     {
         QTest::addColumn<int>("edit");

@@ -119,3 +119,44 @@ public:
 private:
     std::mt19937 m_engine;
 };
+
+// A value of the default's type that differs from it and that only an exact
+// round trip keeps: digits beyond any spin box's decimals, integers beyond
+// any combo's items or spin box's range, text that is not UTF-8, colours
+// outside 0..1. An empty value for a value of no preference type.
+inline boost::any lmAwkwardNonDefault(const boost::any &defaultValue)
+{
+    const std::type_info &type = defaultValue.type();
+    if (type == typeid(bool))
+        return !boost::any_cast<bool>(defaultValue);
+    if (type == typeid(int))
+        return boost::any_cast<int>(defaultValue) + 100003;
+    if (type == typeid(unsigned int))
+        return boost::any_cast<unsigned int>(defaultValue) + 100003u;
+    if (type == typeid(float))
+        return boost::any_cast<float>(defaultValue) + 2500.123f;
+    if (type == typeid(double))
+        return boost::any_cast<double>(defaultValue) + 1234.56789012345;
+    if (type == typeid(std::string))
+        return boost::any_cast<std::string>(defaultValue) + " x,1\xff";
+    if (type == typeid(QString))
+        return boost::any_cast<QString>(defaultValue) + QStringLiteral(" \u00e9/\u2603");
+    if (type == typeid(osg::Color3f))
+        return osg::Color3f(0.1234567f, 1.7654321f, -0.25f);
+    if (type == typeid(std::vector<float>)) {
+        std::vector<float> list = boost::any_cast<std::vector<float>>(defaultValue);
+        list.push_back(2500.123f);
+        return list;
+    }
+    if (type == typeid(std::vector<osg::Color3f>)) {
+        std::vector<osg::Color3f> list = boost::any_cast<std::vector<osg::Color3f>>(defaultValue);
+        list.push_back(osg::Color3f(0.1234567f, 1.7654321f, -0.25f));
+        return list;
+    }
+    if (type == typeid(std::vector<std::string>)) {
+        std::vector<std::string> list = boost::any_cast<std::vector<std::string>>(defaultValue);
+        list.push_back("x,1\xff");
+        return list;
+    }
+    return boost::any();
+}

@@ -123,19 +123,28 @@ void lmDevicesPreferencesGUII::updateGUI()
             entry.second->setChecked(checked);
     }
 
+    m_loaded.clear();
     int index = 0;
-    if (getFromMessage(store, kViewMode, index))
+    if (getFromMessage(store, kViewMode, index)) {
         m_page->_viewMode->setCurrentIndex(index);
-    if (getFromMessage(store, kRotationPivot, index))
+        m_loaded.loaded(kViewMode, m_page->_viewMode, index);
+    }
+    if (getFromMessage(store, kRotationPivot, index)) {
         m_page->_rotationPivot->setCurrentIndex(index);
+        m_loaded.loaded(kRotationPivot, m_page->_rotationPivot, index);
+    }
 
     float height = 0.0f;
-    if (getFromMessage(store, kHeight, height))
+    if (getFromMessage(store, kHeight, height)) {
         m_page->_height->setValue(height);
+        m_loaded.loaded(kHeight, m_page->_height, height);
+    }
 
     int joystickId = 0;
-    if (getFromMessage(store, kJoystickId, joystickId))
+    if (getFromMessage(store, kJoystickId, joystickId)) {
         m_page->_joystick_id->setValue(joystickId);
+        m_loaded.loaded(kJoystickId, m_page->_joystick_id, joystickId);
+    }
 }
 
 void lmDevicesPreferencesGUII::storeGUI()
@@ -144,12 +153,16 @@ void lmDevicesPreferencesGUII::storeGUI()
     lmMessage &store = getData();
     const bool forced = restricted();
     store.set(kSearchSpacemouse, boost::any(m_page->_search_spacemouse->isChecked() || forced), true);
-    store.set(kViewMode, boost::any(m_page->_viewMode->currentIndex()), true);
-    store.set(kRotationPivot, boost::any(m_page->_rotationPivot->currentIndex()), true);
+    store.set(kViewMode, boost::any(m_loaded.value(kViewMode, m_page->_viewMode, m_page->_viewMode->currentIndex())),
+              true);
+    store.set(kRotationPivot,
+              boost::any(m_loaded.value(kRotationPivot, m_page->_rotationPivot, m_page->_rotationPivot->currentIndex())),
+              true);
     store.set(kTwoAxis, boost::any(m_page->_twoAxisMode->isChecked() || forced), true);
     store.set(kHelicopter, boost::any(m_page->_helicopterMode->isChecked() || forced), true);
     store.set(kUseFixedHeight, boost::any(m_page->_useFixedHeight->isChecked()), true);
-    store.set(kHeight, boost::any(float(m_page->_height->value())), true);
+    store.set(kHeight, boost::any(m_loaded.value(kHeight, m_page->_height, float(m_page->_height->value()))), true);
     store.set(kJoystick, boost::any(m_page->_joystick->isChecked()), true);
-    store.set(kJoystickId, boost::any(m_page->_joystick_id->value()), true);
+    store.set(kJoystickId,
+              boost::any(m_loaded.value(kJoystickId, m_page->_joystick_id, m_page->_joystick_id->value())), true);
 }

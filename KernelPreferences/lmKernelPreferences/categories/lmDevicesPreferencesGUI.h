@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lmLoadedValues.h"
 #include "lmPreferences.h"
 #include "ui_lmDevicesPreferencesGUI.h"
 
@@ -31,4 +32,5 @@ public:
 
 private:
     lmDevicesPreferencesGUIW *m_page;
+    lmLoadedValues m_loaded;
 };

@@ -85,24 +85,32 @@ void lmHelpPreferencesGUII::apply()
 void lmHelpPreferencesGUII::updateGUI()
 {
     const lmMessage &store = getData();
+    m_loaded.clear();
     int index = 0;
-    if (getFromMessage(store, kLocation, index))
+    if (getFromMessage(store, kLocation, index)) {
         m_page->_helpLocationComboBox->setCurrentIndex(index);
+        m_loaded.loaded(kLocation, m_page->_helpLocationComboBox, index);
+    }
     QString path;
     if (getFromMessage(store, kPath, path))
         m_page->_help_path->setText(path);
-    if (getFromMessage(store, kPopup, index))
+    if (getFromMessage(store, kPopup, index)) {
         m_page->_helpPopupComboBox->setCurrentIndex(index);
+        m_loaded.loaded(kPopup, m_page->_helpPopupComboBox, index);
+    }
 }
 
 void lmHelpPreferencesGUII::storeGUI()
 {
     lmMessage &store = getData();
-    if (!setToMessage(store, kLocation, m_page->_helpLocationComboBox->currentIndex(), true))
+    const int location =
+        m_loaded.value(kLocation, m_page->_helpLocationComboBox, m_page->_helpLocationComboBox->currentIndex());
+    if (!setToMessage(store, kLocation, location, true))
         addUnchanged(kLocation);
     if (!setToMessage(store, kPath, m_page->_help_path->text(), true))
         addUnchanged(kPath);
-    if (!setToMessage(store, kPopup, m_page->_helpPopupComboBox->currentIndex(), true))
+    const int popup = m_loaded.value(kPopup, m_page->_helpPopupComboBox, m_page->_helpPopupComboBox->currentIndex());
+    if (!setToMessage(store, kPopup, popup, true))
         addUnchanged(kPopup);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lmLoadedValues.h"
 #include "lmPreferences.h"
 #include "ui_lmHelpPreferencesGUI.h"
 
@@ -36,4 +37,5 @@ private slots:
 
 private:
     lmHelpPreferencesGUIW *m_page;
+    lmLoadedValues m_loaded;
 };

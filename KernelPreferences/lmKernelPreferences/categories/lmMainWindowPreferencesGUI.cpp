@@ -112,6 +112,7 @@ void lmMainWindowPreferencesGUII::updateGUI()
     bool flag = false;
     double opacity = 0.0;
     int userLanguage = -1;
+    m_loaded.clear();
 
     if (getFromMessage(store, kShowFPS, flag))
         m_page->_show_fps->setChecked(flag);
@@ -119,13 +120,17 @@ void lmMainWindowPreferencesGUII::updateGUI()
         m_page->_redirect_osg_log->setChecked(flag);
     if (getFromMessage(store, kShowButtonText, flag))
         m_page->_show_tool_buttons_text->setChecked(flag);
-    if (getFromMessage(store, kWindowOpacity, opacity))
+    if (getFromMessage(store, kWindowOpacity, opacity)) {
         m_page->_opacity->setValue(opacity);
+        m_loaded.loaded(kWindowOpacity, m_page->_opacity, opacity);
+    }
     if (getFromMessage(store, kDisableDocking, flag))
         m_page->_disableDocking->setChecked(flag);
     // -1 clears the selection.
-    if (getFromMessage(store, kUserLanguage, userLanguage))
+    if (getFromMessage(store, kUserLanguage, userLanguage)) {
         m_page->_user_language_options->setCurrentIndex(userLanguage);
+        m_loaded.loaded(kUserLanguage, m_page->_user_language_options, userLanguage);
+    }
 }
 
 void lmMainWindowPreferencesGUII::storeGUI()
@@ -143,12 +148,13 @@ void lmMainWindowPreferencesGUII::storeGUI()
     // Never pushed, so never marked unchanged; a new choice needs a restart.
     int previous = -1;
     getFromMessage(store, kUserLanguage, previous);
-    const int chosen = m_page->_user_language_options->currentIndex();
+    const int chosen = m_loaded.value(kUserLanguage, m_page->_user_language_options,
+                                      m_page->_user_language_options->currentIndex());
     store.set(kUserLanguage, chosen, true);
     if (chosen != previous)
         showRestartNotice();
 
-    write(kWindowOpacity, m_page->_opacity->value());
+    write(kWindowOpacity, m_loaded.value(kWindowOpacity, m_page->_opacity, m_page->_opacity->value()));
     write(kDisableDocking, m_page->_disableDocking->isChecked());
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lmLoadedValues.h"
 #include "lmPreferences.h"
 #include "ui_lmMainWindowPreferencesGUI.h"
 
@@ -33,4 +34,5 @@ private:
     void showRestartNotice();
 
     lmMainWindowPreferencesGUIW *m_page;
+    lmLoadedValues m_loaded;
 };

@@ -186,6 +186,7 @@ void lmNavigatorPreferencesGUII::updateGUI()
     bool flag = false;
     float number = 0.0f;
     int value = 0;
+    m_loaded.clear();
 
     if (getFromMessage(store, kMode, value))
         setComboByData(m_page->_nav_mode, value);
@@ -203,18 +204,24 @@ void lmNavigatorPreferencesGUII::updateGUI()
         m_page->_invert_wheel_dolly->setChecked(flag);
     if (getFromMessage(store, kAnimateCamera, flag))
         m_page->_animate_camera->setChecked(flag);
-    if (getFromMessage(store, kAnimateCameraDuration, number))
+    if (getFromMessage(store, kAnimateCameraDuration, number)) {
         m_page->_animate_camera_duration->setValue(number);
+        m_loaded.loaded(kAnimateCameraDuration, m_page->_animate_camera_duration, number);
+    }
     if (getFromMessage(store, kPivotBasedPanning, flag))
         m_page->_pivot_based_panning->setChecked(flag);
     if (getFromMessage(store, kPanningSpeed, number))
         m_page->_panning_speed->setValue(number);
-    if (getFromMessage(store, kSpeedMode, value))
+    if (getFromMessage(store, kSpeedMode, value)) {
         m_page->_navigation_speed_mode->setCurrentIndex(value);
+        m_loaded.loaded(kSpeedMode, m_page->_navigation_speed_mode, value);
+    }
     if (getFromMessage(store, kDollySpeed, number))
         m_page->_dolly_speed->setValue(number);
-    if (getFromMessage(store, kDollyAxis, value))
+    if (getFromMessage(store, kDollyAxis, value)) {
         m_page->_dolly_axis->setCurrentIndex(value);
+        m_loaded.loaded(kDollyAxis, m_page->_dolly_axis, value);
+    }
     if (getFromMessage(store, kDollyToPivot, flag))
         m_page->_dolly_to_pivot->setChecked(flag);
     if (getFromMessage(store, kOrbitMode, flag))
@@ -241,12 +248,14 @@ void lmNavigatorPreferencesGUII::storeGUI()
     set(kInvertZoom, m_page->_invert_dolly->isChecked());
     set(kInvertWheelZoom, m_page->_invert_wheel_dolly->isChecked());
     set(kAnimateCamera, m_page->_animate_camera->isChecked());
-    set(kAnimateCameraDuration, float(m_page->_animate_camera_duration->value()));
+    set(kAnimateCameraDuration, m_loaded.value(kAnimateCameraDuration, m_page->_animate_camera_duration,
+                                               float(m_page->_animate_camera_duration->value())));
     set(kPivotBasedPanning, m_page->_pivot_based_panning->isChecked());
     set(kPanningSpeed, float(m_page->_panning_speed->value()));
-    set(kSpeedMode, m_page->_navigation_speed_mode->currentIndex());
+    set(kSpeedMode, m_loaded.value(kSpeedMode, m_page->_navigation_speed_mode,
+                                   m_page->_navigation_speed_mode->currentIndex()));
     set(kDollySpeed, float(m_page->_dolly_speed->value()));
-    set(kDollyAxis, m_page->_dolly_axis->currentIndex());
+    set(kDollyAxis, m_loaded.value(kDollyAxis, m_page->_dolly_axis, m_page->_dolly_axis->currentIndex()));
     set(kDollyToPivot, m_page->_dolly_to_pivot->isChecked());
     set(kOrbitMode, m_page->_orbit_mode->isChecked());
     set(kOrbitDetectionArea, m_page->_orbit_detection_area->value());

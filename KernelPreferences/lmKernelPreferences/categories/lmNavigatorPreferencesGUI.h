@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lmLoadedValues.h"
 #include "lmPreferences.h"
 #include "ui_lmNavigatorPreferencesGUI.h"
 
@@ -40,4 +41,5 @@ private:
     void updatePanningControls();
 
     lmNavigatorPreferencesGUIW *m_page;
+    lmLoadedValues m_loaded;
 };

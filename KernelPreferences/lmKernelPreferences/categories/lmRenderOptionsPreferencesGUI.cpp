@@ -257,6 +257,14 @@ void selectIndex(QComboBox *combo, int index)
         combo->setCurrentIndex(index);
 }
 
+// The combos that store their index, beside "Antialiasing Quality".
+std::array<std::pair<const char *, QComboBox *>, 3> indexCombosOf(lmRenderOptionsPreferencesGUIW *page)
+{
+    return {{{kHeadlightMode, page->_headlightMode},
+             {kSliMode, page->_sliMode},
+             {kDownscaleQuality, page->_downscaleQuality}}};
+}
+
 void selectData(QComboBox *combo, int data)
 {
     const int index = combo->findData(data);
@@ -272,18 +280,6 @@ void fillSampleCounts(QComboBox *combo, int maxSamples)
         combo->addItem(samples == 1 ? lmRenderOptionsPreferencesGUII::tr("1 Sample")
                                     : lmRenderOptionsPreferencesGUII::tr("%1 Samples").arg(samples),
                        samples);
-}
-
-// The 1-based GPU list of a mask; empty for every GPU.
-QString gpuListText(unsigned int mask)
-{
-    if (mask == kAllGpus)
-        return QString();
-    QStringList gpus;
-    for (unsigned int bit = 0; bit < 32; ++bit)
-        if (mask & (1u << bit))
-            gpus << QString::number(bit + 1);
-    return gpus.join(QLatin1Char(','));
 }
 
 } // namespace
@@ -537,6 +533,7 @@ void lmRenderOptionsPreferencesGUII::updateGUI()
     bool flag = false;
     int number = 0;
     float real = 0.0f;
+    m_loaded.clear();
 
     const std::pair<const char *, QCheckBox *> checks[] = {
         {kEnableAntialias, page->_stillframeAA},
@@ -583,67 +580,74 @@ void lmRenderOptionsPreferencesGUII::updateGUI()
         page->_backgroundTable->resizeColumnToContents(0);
     }
 
-    const std::pair<const char *, QComboBox *> indexCombos[] = {
-        {kHeadlightMode, page->_headlightMode},
-        {kHardwareAntialiasQuality, page->_aaQuality},
-        {kSliMode, page->_sliMode},
-        {kDownscaleQuality, page->_downscaleQuality},
-    };
-    for (const auto &combo : indexCombos)
-        if (read(combo.first, number))
+    for (const auto &combo : indexCombosOf(page))
+        if (read(combo.first, number)) {
             selectIndex(combo.second, number);
+            m_loaded.loaded(combo.first, combo.second, number);
+        }
+    // A quality beyond the items shows, and pushes, as the last one.
+    if (read(kHardwareAntialiasQuality, number))
+        page->_aaQuality->setCurrentIndex(std::max(0, std::min(number, page->_aaQuality->count() - 1)));
 
-    if (read(kHdrReferenceWhite, real))
+    if (read(kHdrReferenceWhite, real)) {
         page->_hdrReferenceWhite->setValue(real);
+        m_loaded.loaded(kHdrReferenceWhite, page->_hdrReferenceWhite, real);
+    }
 
     const std::array<Preset, 4> presets = presetsOf(page);
     for (std::size_t level = 0; level < 4; ++level) {
-        if (read(kMultisampleQuality[level], number))
+        if (read(kMultisampleQuality[level], number)) {
             selectData(presets[level].multisampling, number);
-        if (read(kVrsQuality[level], number))
+            m_loaded.loaded(kMultisampleQuality[level], presets[level].multisampling, number);
+        }
+        if (read(kVrsQuality[level], number)) {
             selectIndex(presets[level].vrs, number);
+            m_loaded.loaded(kVrsQuality[level], presets[level].vrs, number);
+        }
         if (read(kUsePixelfilter[level], flag))
             presets[level].pixelfilter->setChecked(flag);
         if (read(kSupersampleFactor[level], flag))
             presets[level].supersampling->setChecked(flag);
-        if (read(kRaytracingQuality[level], number))
+        if (read(kRaytracingQuality[level], number)) {
             selectData(presets[level].raytracing, number);
+            m_loaded.loaded(kRaytracingQuality[level], presets[level].raytracing, number);
+        }
     }
 
     if (read(kNearPlane, real))
         page->_nearPlane->setText(numberText(real));
     if (read(kFarPlane, real))
         page->_farPlane->setText(numberText(real));
-    if (read(kFixedResX, number))
+    if (read(kFixedResX, number)) {
         page->_fixedResX->setValue(number);
-    if (read(kFixedResY, number))
+        m_loaded.loaded(kFixedResX, page->_fixedResX, number);
+    }
+    if (read(kFixedResY, number)) {
         page->_fixedResY->setValue(number);
+        m_loaded.loaded(kFixedResY, page->_fixedResY, number);
+    }
 
     // The size is shown as a percentage of the wheel's base size.
     const int baseSize = exCursorProgress::getBaseSize();
     if (read(kCursorSize, number) && baseSize > 0)
         page->_progressSize->setValue(qRound(double(number) / baseSize * 100.0));
 
-    // These can also be switched outside the dialog: the page shows what the host uses.
-    if (read(kCursorStatic, flag))
-        page->_progressStatic->setChecked(exCursorProgress::getPreferredPosition() == exCursorProgress::LowerLeftCorner);
-    if (read(kCursorVisible, flag))
-        page->_progressVisible->setChecked(exCursorProgress::getPreferredVisibility());
-    if (read(kShowCameras, flag))
-        page->_showCameras->setChecked(lmOSGWidget::getCamerasVisible());
-    if (read(kShowLights, flag))
-        page->_showLights->setChecked(lmOSGWidget::getLightsVisible());
-    if (read(kShowJoints, flag))
-        page->_showJoints->setChecked(lmOSGWidget::getJointsVisible());
+    // The page shows the store, also for the settings the host can switch
+    // outside the dialog: the page is filled before the stored values reach
+    // the host, and an untouched page must store back what it was given.
+    const std::pair<const char *, QCheckBox *> hostSwitches[] = {
+        {kCursorStatic, page->_progressStatic}, {kCursorVisible, page->_progressVisible},
+        {kShowCameras, page->_showCameras},     {kShowLights, page->_showLights},
+        {kShowJoints, page->_showJoints},
+    };
+    for (const auto &check : hostSwitches)
+        if (read(check.first, flag))
+            check.second->setChecked(flag);
 
     std::string gpus;
     if (read(kActiveGpus, gpus)) {
-        const unsigned int hostMask = lmOSGWidget::getActiveGpuRaytracingMask();
-        // A mask without any GPU has no list to show; keep the stored text then.
-        if (hostMask != 0 && parseGpuMask(gpus) != hostMask)
-            page->_activeGpus->setText(gpuListText(hostMask));
-        else
-            page->_activeGpus->setText(QString::fromStdString(gpus));
+        page->_activeGpus->setText(QString::fromStdString(gpus));
+        m_loaded.loaded(kActiveGpus, page->_activeGpus, gpus);
     }
 }
 
@@ -675,12 +679,13 @@ void lmRenderOptionsPreferencesGUII::storeGUI()
     put(kBackgroundInts, positions);
     put(kSortTrans, page->_sortTrans->isChecked());
     put(kZWriteTrans, page->_zwriteTrans->isChecked());
-    put(kHeadlightMode, page->_headlightMode->currentIndex());
+    put(kHeadlightMode, m_loaded.value(kHeadlightMode, page->_headlightMode, page->_headlightMode->currentIndex()));
     put(kCoordinateSystem, page->_coordinateSystem->isChecked());
     put(kAuxiliaryNodes, page->_auxiliaryNodes->isChecked());
     put(kViewCube, page->_viewCube->isChecked());
     put(kCacheWholeScene, page->_cacheGeometry->isChecked());
-    put(kHdrReferenceWhite, float(page->_hdrReferenceWhite->value()));
+    put(kHdrReferenceWhite,
+        m_loaded.value(kHdrReferenceWhite, page->_hdrReferenceWhite, float(page->_hdrReferenceWhite->value())));
     put(kRgb10, page->_rgb10->isChecked());
     put(kWideGamut, page->_wideGamut->isChecked());
     put(kSinglePassStereo, page->_singlePassStereo->isChecked());
@@ -692,25 +697,29 @@ void lmRenderOptionsPreferencesGUII::storeGUI()
     put(kHardwareAntialiasQuality, page->_aaQuality->currentIndex());
     const std::array<Preset, 4> presets = presetsOf(page);
     for (std::size_t level = 0; level < 4; ++level)
-        put(kMultisampleQuality[level], presets[level].multisampling->currentData().toInt());
+        put(kMultisampleQuality[level], m_loaded.value(kMultisampleQuality[level], presets[level].multisampling,
+                                                       presets[level].multisampling->currentData().toInt()));
     for (std::size_t level = 0; level < 4; ++level)
-        put(kVrsQuality[level], presets[level].vrs->currentIndex());
+        put(kVrsQuality[level],
+            m_loaded.value(kVrsQuality[level], presets[level].vrs, presets[level].vrs->currentIndex()));
     for (std::size_t level = 0; level < 4; ++level)
         put(kUsePixelfilter[level], presets[level].pixelfilter->isChecked());
     for (std::size_t level = 0; level < 4; ++level)
         put(kSupersampleFactor[level], presets[level].supersampling->isChecked());
     for (std::size_t level = 0; level < 4; ++level)
-        put(kRaytracingQuality[level], presets[level].raytracing->currentData().toInt());
-    put(kSliMode, page->_sliMode->currentIndex());
+        put(kRaytracingQuality[level], m_loaded.value(kRaytracingQuality[level], presets[level].raytracing,
+                                                      presets[level].raytracing->currentData().toInt()));
+    put(kSliMode, m_loaded.value(kSliMode, page->_sliMode, page->_sliMode->currentIndex()));
     put(kDisableSleep, page->_disableSleep->isChecked());
     put(kLimitNearFar, page->_limitNearFar->isChecked());
     put(kNearPlane, page->_nearPlane->text().toFloat());
     put(kFarPlane, page->_farPlane->text().toFloat());
     put(kDownscale, page->_downscale->isChecked());
-    put(kDownscaleQuality, page->_downscaleQuality->currentIndex());
+    put(kDownscaleQuality,
+        m_loaded.value(kDownscaleQuality, page->_downscaleQuality, page->_downscaleQuality->currentIndex()));
     put(kFixedRes, page->_fixedRes->isChecked());
-    put(kFixedResX, page->_fixedResX->value());
-    put(kFixedResY, page->_fixedResY->value());
+    put(kFixedResX, m_loaded.value(kFixedResX, page->_fixedResX, page->_fixedResX->value()));
+    put(kFixedResY, m_loaded.value(kFixedResY, page->_fixedResY, page->_fixedResY->value()));
     put(kMaterialPreview, page->_materialPreview->isChecked());
     put(kCursorSize, cursorSize);
     put(kCursorStatic, page->_progressStatic->isChecked());
@@ -718,7 +727,12 @@ void lmRenderOptionsPreferencesGUII::storeGUI()
     put(kShowCameras, page->_showCameras->isChecked());
     put(kShowLights, page->_showLights->isChecked());
     put(kShowJoints, page->_showJoints->isChecked());
-    put(kActiveGpus, page->_activeGpus->text().toStdString());
+    put(kActiveGpus, m_loaded.value(kActiveGpus, page->_activeGpus, page->_activeGpus->text().toStdString()));
+
+    // Keys without a control: storing the page leaves them as they are.
+    for (const char *key : {kAntialiasDistance, kAntialiasScale, kFastFullscreen, kGlContextSharing,
+                            kCorrectTwoSidedLighting, kClippingPlaneAdaption, kHardwareAntialiasSamples, kSliEnable})
+        addUnchanged(key);
 }
 
 void lmRenderOptionsPreferencesGUII::clickedAdd()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lmLoadedValues.h"
 #include "lmPreferences.h"
 #include "ui_lmRenderOptionsPreferencesGUI.h"
 
@@ -50,4 +51,5 @@ private:
     void applyHeadlightMode();
 
     lmRenderOptionsPreferencesGUIW *m_page;
+    lmLoadedValues m_loaded;
 };

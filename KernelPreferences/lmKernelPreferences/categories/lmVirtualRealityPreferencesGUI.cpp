@@ -322,25 +322,42 @@ void lmVirtualRealityPreferencesGUII::updateGUI()
     if (!prefs)
         return;
 
-    setIndex(_groundMode, readInt(*prefs, kGroundMode));
-    setValue(_teleportRange, readFloat(*prefs, kTeleportRange));
-    setIndex(_visualization, readInt(*prefs, kVisualiseHands));
+    m_loaded.clear();
+    const auto showIndex = [&](QComboBox *combo, const char *key) {
+        const int value = readInt(*prefs, key);
+        setIndex(combo, value);
+        m_loaded.loaded(key, combo, value);
+    };
+    const auto showData = [&](QComboBox *combo, const char *key) {
+        const int value = readInt(*prefs, key);
+        setData(combo, value);
+        m_loaded.loaded(key, combo, value);
+    };
+    const auto showValue = [&](auto *control, const char *key) {
+        const float value = readFloat(*prefs, key);
+        setValue(control, value);
+        m_loaded.loaded(key, control, value);
+    };
+
+    showIndex(_groundMode, kGroundMode);
+    showValue(_teleportRange, kTeleportRange);
+    showIndex(_visualization, kVisualiseHands);
     setChecked(_createCollisionObjects, readBool(*prefs, kCollisionObjects));
     setChecked(_showTooltips, readBool(*prefs, kTooltipsOnStart));
     setChecked(_starVRFoveatedRendering, readBool(*prefs, kStarVRFoveated));
-    setValue(_starVRFovFactor, readFloat(*prefs, kStarVRFovFactor));
-    setValue(_starVRFoveatedResolutionScale, readFloat(*prefs, kStarVRFoveatedScale));
-    setValue(_starVRNonFoveatedResolutionScale, readFloat(*prefs, kStarVRNonFoveatedScale));
-    setValue(_starVRFrontViewResolutionScale, readFloat(*prefs, kStarVRFrontScale));
-    setValue(_starVRSideViewResolutionScale, readFloat(*prefs, kStarVRSideScale));
+    showValue(_starVRFovFactor, kStarVRFovFactor);
+    showValue(_starVRFoveatedResolutionScale, kStarVRFoveatedScale);
+    showValue(_starVRNonFoveatedResolutionScale, kStarVRNonFoveatedScale);
+    showValue(_starVRFrontViewResolutionScale, kStarVRFrontScale);
+    showValue(_starVRSideViewResolutionScale, kStarVRSideScale);
     setChecked(_starVRSingleTexture, readBool(*prefs, kStarVRSingleTexture));
     setChecked(_eyeTracking, readBool(*prefs, kEyeTracking));
     setChecked(_foveatedRendering, readBool(*prefs, kFoveatedRendering));
-    setValue(_fovealRegionSize, readFloat(*prefs, kFovealRegionSize));
-    setData(_shadingQuality, readInt(*prefs, kQualityPreset));
-    setData(_innerQuality, readInt(*prefs, kInnerQuality));
-    setData(_middleQuality, readInt(*prefs, kMiddleQuality));
-    setData(_peripheryQuality, readInt(*prefs, kPeripheryQuality));
+    showValue(_fovealRegionSize, kFovealRegionSize);
+    showData(_shadingQuality, kQualityPreset);
+    showData(_innerQuality, kInnerQuality);
+    showData(_middleQuality, kMiddleQuality);
+    showData(_peripheryQuality, kPeripheryQuality);
 
     // The page's own reactions were blocked with the signals.
     toggledNativeFoveatedRendering(_starVRFoveatedRendering->isChecked());
@@ -354,12 +371,12 @@ void lmVirtualRealityPreferencesGUII::storeGUI()
     lmPreferencesService *prefs = services().getService<lmPreferencesService>();
     if (!prefs)
         return;
-    const auto storeInt = [&](const char *key, int value) {
-        if (!prefs->setInt(key, value, true))
+    const auto storeInt = [&](const char *key, const QWidget *control, int value) {
+        if (!prefs->setInt(key, m_loaded.value(key, control, value), true))
             addUnchanged(key);
     };
-    const auto storeFloat = [&](const char *key, double value) {
-        if (!prefs->setFloat(key, float(value), true))
+    const auto storeFloat = [&](const char *key, const QWidget *control, double value) {
+        if (!prefs->setFloat(key, m_loaded.value(key, control, float(value)), true))
             addUnchanged(key);
     };
     const auto storeBool = [&](const char *key, bool value) {
@@ -367,25 +384,25 @@ void lmVirtualRealityPreferencesGUII::storeGUI()
             addUnchanged(key);
     };
 
-    storeInt(kGroundMode, _groundMode->currentIndex());
-    storeFloat(kTeleportRange, _teleportRange->value());
-    storeInt(kVisualiseHands, _visualization->currentIndex());
+    storeInt(kGroundMode, _groundMode, _groundMode->currentIndex());
+    storeFloat(kTeleportRange, _teleportRange, _teleportRange->value());
+    storeInt(kVisualiseHands, _visualization, _visualization->currentIndex());
     storeBool(kCollisionObjects, _createCollisionObjects->isChecked());
     storeBool(kTooltipsOnStart, _showTooltips->isChecked());
     storeBool(kStarVRFoveated, _starVRFoveatedRendering->isChecked());
-    storeFloat(kStarVRFovFactor, _starVRFovFactor->value());
-    storeFloat(kStarVRFoveatedScale, _starVRFoveatedResolutionScale->value());
-    storeFloat(kStarVRNonFoveatedScale, _starVRNonFoveatedResolutionScale->value());
-    storeFloat(kStarVRFrontScale, _starVRFrontViewResolutionScale->value());
-    storeFloat(kStarVRSideScale, _starVRSideViewResolutionScale->value());
+    storeFloat(kStarVRFovFactor, _starVRFovFactor, _starVRFovFactor->value());
+    storeFloat(kStarVRFoveatedScale, _starVRFoveatedResolutionScale, _starVRFoveatedResolutionScale->value());
+    storeFloat(kStarVRNonFoveatedScale, _starVRNonFoveatedResolutionScale, _starVRNonFoveatedResolutionScale->value());
+    storeFloat(kStarVRFrontScale, _starVRFrontViewResolutionScale, _starVRFrontViewResolutionScale->value());
+    storeFloat(kStarVRSideScale, _starVRSideViewResolutionScale, _starVRSideViewResolutionScale->value());
     storeBool(kStarVRSingleTexture, _starVRSingleTexture->isChecked());
     storeBool(kEyeTracking, _eyeTracking->isChecked());
     storeBool(kFoveatedRendering, _foveatedRendering->isChecked());
-    storeFloat(kFovealRegionSize, _fovealRegionSize->value());
-    storeInt(kQualityPreset, _shadingQuality->currentData().toInt());
-    storeInt(kInnerQuality, ringOf(_innerQuality));
-    storeInt(kMiddleQuality, ringOf(_middleQuality));
-    storeInt(kPeripheryQuality, ringOf(_peripheryQuality));
+    storeFloat(kFovealRegionSize, _fovealRegionSize, _fovealRegionSize->value());
+    storeInt(kQualityPreset, _shadingQuality, _shadingQuality->currentData().toInt());
+    storeInt(kInnerQuality, _innerQuality, ringOf(_innerQuality));
+    storeInt(kMiddleQuality, _middleQuality, ringOf(_middleQuality));
+    storeInt(kPeripheryQuality, _peripheryQuality, ringOf(_peripheryQuality));
 }
 
 void lmVirtualRealityPreferencesGUII::indexChangedShadingQuality(int)

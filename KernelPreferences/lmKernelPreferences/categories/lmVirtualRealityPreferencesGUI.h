@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lmLoadedValues.h"
 #include "lmPreferencesCategory.h"
 #include "ui_lmVirtualRealityPreferencesGUI.h"
 
@@ -31,4 +32,6 @@ private Q_SLOTS:
 private:
     void updateShadingQualityWarning();
     void applyStarVR(const lmPreferencesService &prefs, lmHMDService &hmd);
+
+    lmLoadedValues m_loaded;
 };

@@ -110,15 +110,20 @@ void lmWebInterfacePreferencesGUII::updateGUI()
 {
     const lmMessage &store = getData();
     m_suppressConfirmation = true;
+    m_loaded.clear();
 
     bool checked = false;
     if (getFromMessage(store, kEnable, checked))
         m_page->_enableWebServer->setChecked(checked);
     int port = 0;
-    if (getFromMessage(store, kPort, port))
+    if (getFromMessage(store, kPort, port)) {
         m_page->_port->setValue(port);
-    if (getFromMessage(store, kSslPort, port))
+        m_loaded.loaded(kPort, m_page->_port, port);
+    }
+    if (getFromMessage(store, kSslPort, port)) {
         m_page->_sslPort->setValue(port);
+        m_loaded.loaded(kSslPort, m_page->_sslPort, port);
+    }
     if (getFromMessage(store, kLocalhostOnly, checked))
         m_page->_localhostOnly->setChecked(checked);
     if (getFromMessage(store, kDebugMode, checked))
@@ -129,6 +134,7 @@ void lmWebInterfacePreferencesGUII::updateGUI()
     if (getFromMessage(store, kWhiteList, whiteList)) {
         m_page->_whiteListText->clear();
         m_page->_whiteListText->insertPlainText(QString::fromStdString(whiteList));
+        m_loaded.loaded(kWhiteList, m_page->_whiteListText, whiteList);
     }
     if (getFromMessage(store, kSecurePython, checked))
         m_page->_securePython->setChecked(checked);
@@ -144,12 +150,13 @@ void lmWebInterfacePreferencesGUII::storeGUI()
             addUnchanged(key);
     };
     write(kEnable, m_page->_enableWebServer->isChecked());
-    write(kPort, m_page->_port->value());
-    write(kSslPort, m_page->_sslPort->value());
+    write(kPort, m_loaded.value(kPort, m_page->_port, m_page->_port->value()));
+    write(kSslPort, m_loaded.value(kSslPort, m_page->_sslPort, m_page->_sslPort->value()));
     write(kLocalhostOnly, m_page->_localhostOnly->isChecked());
     write(kDebugMode, m_page->_debugMode->isChecked());
     write(kUseWhiteList, m_page->_whiteList->isChecked());
-    write(kWhiteList, m_page->_whiteListText->toPlainText().toStdString());
+    write(kWhiteList,
+          m_loaded.value(kWhiteList, m_page->_whiteListText, m_page->_whiteListText->toPlainText().toStdString()));
     write(kSecurePython, m_page->_securePython->isChecked());
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lmLoadedValues.h"
 #include "lmPreferences.h"
 #include "ui_lmWebInterfacePreferencesGUI.h"
 
@@ -41,4 +42,5 @@ private:
     bool m_disabled = false;
     // Set while the page is filled from the store: no confirmation then.
     bool m_suppressConfirmation = false;
+    lmLoadedValues m_loaded;
 };

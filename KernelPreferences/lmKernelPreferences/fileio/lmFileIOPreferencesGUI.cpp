@@ -176,18 +176,24 @@ void lmFileIOPreferencesGUII::updateGUI()
     lmCheckFromStore(page->_verify_geometry, kVerifyGeometry);
     lmCheckFromStore(page->_optimize_geometry, kOptimizeGeometry);
 
+    m_loaded.clear();
     int number = 0;
-    if (getFromMessage(data, kCompressTextureMode, number) && number >= 0
-        && number < page->_texture_compression_mode->count())
-        page->_texture_compression_mode->setCurrentIndex(number);
+    if (getFromMessage(data, kCompressTextureMode, number)) {
+        if (number >= 0 && number < page->_texture_compression_mode->count())
+            page->_texture_compression_mode->setCurrentIndex(number);
+        m_loaded.loaded(kCompressTextureMode, page->_texture_compression_mode, number);
+    }
     if (getFromMessage(data, kCompressTextureSize, number)) {
         // A size the combo does not offer leaves the choice as it is.
         const int index = page->_texture_compression_size->findText(QString::number(number, 10));
         if (index >= 0)
             page->_texture_compression_size->setCurrentIndex(index);
+        m_loaded.loaded(kCompressTextureSize, page->_texture_compression_size, number);
     }
-    if (getFromMessage(data, kMaxParallelTasks, number))
+    if (getFromMessage(data, kMaxParallelTasks, number)) {
         page->_max_procs->setValue(number);
+        m_loaded.loaded(kMaxParallelTasks, page->_max_procs, number);
+    }
 
     QString tmpPath;
     if (getFromMessage(data, kTmpPath, tmpPath))
@@ -222,9 +228,12 @@ void lmFileIOPreferencesGUII::storeGUI()
 
     lmStorePlain(kVerifyGeometry, page->_verify_geometry->isChecked());
     lmStorePlain(kOptimizeGeometry, page->_optimize_geometry->isChecked());
-    lmStorePlain(kCompressTextureMode, page->_texture_compression_mode->currentIndex());
-    lmStorePlain(kCompressTextureSize, page->_texture_compression_size->currentText().toInt(nullptr, 10));
-    lmStorePlain(kMaxParallelTasks, page->_max_procs->value());
+    lmStorePlain(kCompressTextureMode, m_loaded.value(kCompressTextureMode, page->_texture_compression_mode,
+                                                      page->_texture_compression_mode->currentIndex()));
+    lmStorePlain(kCompressTextureSize,
+                 m_loaded.value(kCompressTextureSize, page->_texture_compression_size,
+                                page->_texture_compression_size->currentText().toInt(nullptr, 10)));
+    lmStorePlain(kMaxParallelTasks, m_loaded.value(kMaxParallelTasks, page->_max_procs, page->_max_procs->value()));
 
     lmStorePlain(kConverterOutputFormat,
           std::string(page->m_converterOutputFormat->currentIndex() == kConverterLUMOIndex ? kLUMOFormat : "OpenSG"));

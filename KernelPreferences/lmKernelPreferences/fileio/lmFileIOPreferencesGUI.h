@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lmLoadedValues.h"
 #include "lmPreferences.h"
 #include "ui_lmFileIOPreferencesGUI.h"
 
@@ -39,4 +40,5 @@ private:
     void addTexturePathRow(const QString &path);
 
     lmFileIOPreferencesGUIW *m_page;
+    lmLoadedValues m_loaded;
 };

@@ -347,6 +347,7 @@ void lmFileTypePreferences::updateCommonControls()
     const int t = m_fileType;
     const Options &o = m_options;
     lmFileTypePreferencesGUIW *p = m_page;
+    m_loaded.clear();
 
     if (!(isOneOf(t, {KBX, Kova, Obj, OpenSG, PLMXML, LUMO, VRML, ACIS}) || (t >= Ondra && t <= Step) || t == BCAD))
         removeTab(p->m_tabWidget, p->m_importTab);
@@ -382,6 +383,10 @@ void lmFileTypePreferences::updateCommonControls()
         tessellation->setStitchingEnabled(o.stitching);
         tessellation->setStitchingTolerance(o.stitchingTolerance);
         tessellation->updateQualityPreset();
+        m_loaded.loaded(key(kChordDeviation), tessellation->chordDeviationField(), o.chordDeviation);
+        m_loaded.loaded(key(kNormalTolerance), tessellation->normalToleranceField(), o.normalTolerance);
+        m_loaded.loaded(key(kMaxChordLength), tessellation->maxChordLengthField(), o.maxChordLength);
+        m_loaded.loaded(key(kStitchingTolerance), tessellation->stitchingToleranceField(), o.stitchingTolerance);
         tessellation->keepSurfaceData()->setChecked(o.keepSurfaceData);
         tessellation->unifySurfaceNormals()->setChecked(o.unifySurfaceNormals);
         tessellation->mergeGeometries()->setChecked(o.mergeGeometries);
@@ -420,7 +425,9 @@ void lmFileTypePreferences::updateCommonControls()
                                                             p->m_jtToolkit})
         widget->setVisible(t == JT);
     p->m_meshLODs->setCurrentIndex(o.importMeshLODs);
+    m_loaded.loaded(key(kImportMeshLODs), p->m_meshLODs, std::int32_t(o.importMeshLODs));
     p->m_jtToolkit->setCurrentIndex(o.jtToolkit);
+    m_loaded.loaded(key(kJtToolkit), p->m_jtToolkit, std::int32_t(o.jtToolkit));
 
     for (QWidget *widget :
          std::initializer_list<QWidget *>{p->m_importAsSmart, p->m_importBehavior, p->_importBehaviorLabel})
@@ -453,11 +460,14 @@ void lmFileTypePreferences::storeCommonControls()
 
     if (!isOneOf(t, {OpenSG, PLMXML, Python, Krafta3D, LUMO, STL})) {
         const lmTesselationSettings *tessellation = p->m_tesselationSettings;
-        put(key(kChordDeviation), tessellation->chordDeviation());
-        put(key(kNormalTolerance), tessellation->normalTolerance());
-        put(key(kMaxChordLength), tessellation->maxChordLength());
+        const auto field = [this](const char *suffix, const QLMWheelPrec *wheel) {
+            return m_loaded.value(key(suffix), wheel, wheel->value());
+        };
+        put(key(kChordDeviation), field(kChordDeviation, tessellation->chordDeviationField()));
+        put(key(kNormalTolerance), field(kNormalTolerance, tessellation->normalToleranceField()));
+        put(key(kMaxChordLength), field(kMaxChordLength, tessellation->maxChordLengthField()));
         put(key(kStitching), tessellation->stitchingEnabled());
-        put(key(kStitchingTolerance), tessellation->stitchingTolerance());
+        put(key(kStitchingTolerance), field(kStitchingTolerance, tessellation->stitchingToleranceField()));
         put(key(kKeepSurfaceData), tessellation->keepSurfaceData()->isChecked());
         put(key(kUnifySurfaceNormals), tessellation->unifySurfaceNormals()->isChecked());
         put(key(kMergeGeometries), tessellation->mergeGeometries()->isChecked());
@@ -480,8 +490,9 @@ void lmFileTypePreferences::storeCommonControls()
     }
     if (isOneOf(t, {Ondra, NX}))
         put(key(kImportEmptyLayers), p->m_emptyLayersEnabled->isChecked());
-    put(key(kImportMeshLODs), std::int32_t(p->m_meshLODs->currentIndex()));
-    put(key(kJtToolkit), std::int32_t(p->m_jtToolkit->currentIndex()));
+    put(key(kImportMeshLODs),
+        m_loaded.value(key(kImportMeshLODs), p->m_meshLODs, std::int32_t(p->m_meshLODs->currentIndex())));
+    put(key(kJtToolkit), m_loaded.value(key(kJtToolkit), p->m_jtToolkit, std::int32_t(p->m_jtToolkit->currentIndex())));
     if (hasSmartReferences(t)) {
         const std::string prefix = typeName(t);
         put(prefix + kCreateAsSmart, p->m_importAsSmart->isChecked());

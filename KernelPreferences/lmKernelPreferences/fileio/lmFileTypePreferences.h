@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lmCADFileTypes.h"
+#include "lmLoadedValues.h"
 #include "lmPreferences.h"
 #include "ui_lmFileTypePreferencesGUI.h"
 
@@ -90,6 +91,9 @@ public:
 protected:
     // The type name followed by the option suffix, without a separator.
     std::string key(const char *suffix) const;
+
+    // Common and format controls alike; cleared when the common controls load.
+    lmLoadedValues m_loaded;
 
 private:
     void readOptions(const lmMessage &store);

@@ -76,8 +76,10 @@ void lmJtFilePreferencesGUII::updateFormatGUI()
     if (getFromMessage(store, kActiveLayerFilter, activeLayerFilter))
         page()->m_legacyJtActiveLayerfilter->setChecked(activeLayerFilter);
     int loadBreps = 0;
-    if (getFromMessage(store, kLoadBreps, loadBreps))
+    if (getFromMessage(store, kLoadBreps, loadBreps)) {
         page()->m_legacyJtbreps->setCurrentIndex(loadBreps);
+        m_loaded.loaded(kLoadBreps, page()->m_legacyJtbreps, loadBreps);
+    }
 }
 
 void lmJtFilePreferencesGUII::storeFormatGUI()
@@ -85,7 +87,9 @@ void lmJtFilePreferencesGUII::storeFormatGUI()
     lmMessage &store = getData();
     store.set(kUsePlugin, boost::any(page()->_useLegacyJtLoader->isChecked()), true);
     store.set(kActiveLayerFilter, boost::any(page()->m_legacyJtActiveLayerfilter->isChecked()), true);
-    store.set(kLoadBreps, boost::any(page()->m_legacyJtbreps->currentIndex()), true);
+    store.set(kLoadBreps,
+              boost::any(m_loaded.value(kLoadBreps, page()->m_legacyJtbreps, page()->m_legacyJtbreps->currentIndex())),
+              true);
 }
 
 // The layer filter and the B-rep handling only concern the legacy loader.

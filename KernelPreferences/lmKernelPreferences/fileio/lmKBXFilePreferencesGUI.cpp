@@ -89,11 +89,15 @@ void lmKBXFilePreferencesGUII::updateFormatGUI()
     const lmMessage &store = getData();
     int version = 0;
     // A version that no item stores leaves the combo without a selection.
-    if (getFromMessage(store, kVersion, version))
+    if (getFromMessage(store, kVersion, version)) {
         page()->_export_version->setCurrentIndex(page()->_export_version->findData(version));
+        m_loaded.loaded(kVersion, page()->_export_version, version);
+    }
     int format = 0;
-    if (getFromMessage(store, kFormat, format))
+    if (getFromMessage(store, kFormat, format)) {
         page()->_export_format->setCurrentIndex(format);
+        m_loaded.loaded(kFormat, page()->_export_format, format);
+    }
     bool vertexColors = false;
     if (getFromMessage(store, kExportVertexColors, vertexColors))
         page()->_export_vertex_colors->setChecked(vertexColors);
@@ -102,7 +106,12 @@ void lmKBXFilePreferencesGUII::updateFormatGUI()
 void lmKBXFilePreferencesGUII::storeFormatGUI()
 {
     lmMessage &store = getData();
-    store.set(kVersion, boost::any(page()->_export_version->currentData().toInt()), true);
-    store.set(kFormat, boost::any(page()->_export_format->currentIndex()), true);
+    store.set(kVersion,
+              boost::any(m_loaded.value(kVersion, page()->_export_version,
+                                        page()->_export_version->currentData().toInt())),
+              true);
+    store.set(kFormat,
+              boost::any(m_loaded.value(kFormat, page()->_export_format, page()->_export_format->currentIndex())),
+              true);
     store.set(kExportVertexColors, boost::any(page()->_export_vertex_colors->isChecked()), true);
 }

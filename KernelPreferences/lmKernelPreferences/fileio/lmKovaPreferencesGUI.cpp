@@ -71,7 +71,7 @@ void fillUnits(QComboBox *combo)
 }
 
 // A name the combo does not offer leaves the choice as it is.
-void selectUnit(QComboBox *combo, const char *key)
+void selectUnit(QComboBox *combo, const char *key, lmLoadedValues &loaded)
 {
     std::string stored;
     if (!getFromMessage(lmPreferences::getData(), key, stored))
@@ -79,6 +79,7 @@ void selectUnit(QComboBox *combo, const char *key)
     const int index = combo->findData(QString::fromStdString(stored));
     if (index >= 0)
         combo->setCurrentIndex(index);
+    loaded.loaded(key, combo, stored);
 }
 
 std::string storedUnit(const QComboBox *combo)
@@ -163,8 +164,9 @@ void lmKovaPreferencesGUII::updateGUI()
     lmCheckFromStore(page->_shadow_geometry, kShadowGeometry);
     lmCheckFromStore(page->_shadow_merge, kShadowMerge);
     lmCheckFromStore(page->_use_local_material_library, kLocalMaterialLibrary);
-    selectUnit(page->_export_units, kUnits);
-    selectUnit(page->_import_units, kImportUnits);
+    m_loaded.clear();
+    selectUnit(page->_export_units, kUnits, m_loaded);
+    selectUnit(page->_import_units, kImportUnits, m_loaded);
 }
 
 void lmKovaPreferencesGUII::storeGUI()
@@ -178,8 +180,8 @@ void lmKovaPreferencesGUII::storeGUI()
     lmStorePlain(kShadowGeometry, page->_shadow_geometry->isChecked());
     lmStorePlain(kShadowMerge, page->_shadow_merge->isChecked());
     lmStorePlain(kLocalMaterialLibrary, page->_use_local_material_library->isChecked());
-    lmStorePlain(kUnits, storedUnit(page->_export_units));
-    lmStorePlain(kImportUnits, storedUnit(page->_import_units));
+    lmStorePlain(kUnits, m_loaded.value(kUnits, page->_export_units, storedUnit(page->_export_units)));
+    lmStorePlain(kImportUnits, m_loaded.value(kImportUnits, page->_import_units, storedUnit(page->_import_units)));
 }
 
 void lmKovaPreferencesGUII::clickedSetKovaLocation()

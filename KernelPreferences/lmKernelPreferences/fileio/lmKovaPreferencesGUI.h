@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lmLoadedValues.h"
 #include "lmPreferences.h"
 #include "ui_lmKovaPreferencesGUI.h"
 
@@ -34,4 +35,5 @@ public Q_SLOTS:
 
 private:
     lmKovaPreferencesGUIW *m_page;
+    lmLoadedValues m_loaded;
 };

@@ -122,11 +122,14 @@ const int kWriterBest = 4;
 const int kKeepReferences = lmImportOptions::KeepReferences;
 const int kRemoveReferences = lmImportOptions::RemoveReferences;
 
-void setIndex(QComboBox *combo, const char *key)
+void setIndex(QComboBox *combo, const char *key, lmLoadedValues &loaded)
 {
     int index = 0;
-    if (getFromMessage(lmPreferences::getData(), key, index) && index >= 0 && index < combo->count())
+    if (!getFromMessage(lmPreferences::getData(), key, index))
+        return;
+    if (index >= 0 && index < combo->count())
         combo->setCurrentIndex(index);
+    loaded.loaded(key, combo, index);
 }
 
 // Read only so that a mistyped key is reported; the writer takes these
@@ -251,13 +254,16 @@ void lmOsbPreferencesGUII::updateGUI()
     lmMessage &data = getData();
     lmOsbPreferencesGUIW *page = m_page;
 
-    setIndex(page->_positions_res, kPositionRes);
-    setIndex(page->_normals_res, kNormalsRes);
-    setIndex(page->_texcoords_res, kTexcoordsRes);
+    m_loaded.clear();
+    setIndex(page->_positions_res, kPositionRes, m_loaded);
+    setIndex(page->_normals_res, kNormalsRes, m_loaded);
+    setIndex(page->_texcoords_res, kTexcoordsRes, m_loaded);
     lmCheckFromStore(page->_inline_textures, kInlineTextures);
     int number = 0;
-    if (getFromMessage(data, kCompressQuality, number))
+    if (getFromMessage(data, kCompressQuality, number)) {
         page->_compress_quality->setValue(number);
+        m_loaded.loaded(kCompressQuality, page->_compress_quality, number);
+    }
     lmCheckFromStore(page->_crc, kReaderCRCTest);
     lmCheckFromStore(page->_validate, kWriterCRCTest);
     lmCheckFromStore(page->_old_format, kOldFormat);
@@ -287,7 +293,7 @@ void lmOsbPreferencesGUII::updateGUI()
                                            : imageType == "png" ? kTextureLossless
                                                                 : kTextureLossy);
     } else {
-        setIndex(page->_image_type, kTextureCompressionType);
+        setIndex(page->_image_type, kTextureCompressionType, m_loaded);
     }
     changedTextureCompression(page->_image_type->currentIndex());
 
@@ -314,12 +320,16 @@ void lmOsbPreferencesGUII::storeGUI()
     const lmOsbPreferencesGUIW *page = m_page;
     const bool essentials = lmController::isEssentialsEdition();
 
-    lmStorePlain(kPositionRes, page->_positions_res->currentIndex());
-    lmStorePlain(kNormalsRes, page->_normals_res->currentIndex());
-    lmStorePlain(kTexcoordsRes, page->_texcoords_res->currentIndex());
+    const auto index = [this](const char *key, const QComboBox *combo) {
+        return m_loaded.value(key, combo, combo->currentIndex());
+    };
+    lmStorePlain(kPositionRes, index(kPositionRes, page->_positions_res));
+    lmStorePlain(kNormalsRes, index(kNormalsRes, page->_normals_res));
+    lmStorePlain(kTexcoordsRes, index(kTexcoordsRes, page->_texcoords_res));
     lmStorePlain(kInlineTextures, page->_inline_textures->isChecked());
-    lmStorePlain(kCompressQuality, page->_compress_quality->value());
-    lmStorePlain(kTextureCompressionType, page->_image_type->currentIndex());
+    lmStorePlain(kCompressQuality,
+                 m_loaded.value(kCompressQuality, page->_compress_quality, page->_compress_quality->value()));
+    lmStorePlain(kTextureCompressionType, index(kTextureCompressionType, page->_image_type));
 
     const int compressionIndex = page->_compression->currentIndex();
     int compressionType = compressionIndex >= 0 && compressionIndex < 3 ? kStoredCompression[compressionIndex]

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lmLoadedValues.h"
 #include "lmPreferences.h"
 #include "ui_lmOsbPreferencesGUI.h"
 
@@ -35,4 +36,5 @@ public Q_SLOTS:
 
 private:
     lmOsbPreferencesGUIW *m_page;
+    lmLoadedValues m_loaded;
 };

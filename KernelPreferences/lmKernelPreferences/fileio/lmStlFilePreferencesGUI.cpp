@@ -42,13 +42,17 @@ void lmStlFilePreferencesGUII::applyFormat(lmMessage &)
 void lmStlFilePreferencesGUII::updateFormatGUI()
 {
     int format = 0;
-    if (getFromMessage(getData(), kExport, format))
+    if (getFromMessage(getData(), kExport, format)) {
         page()->m_stlExportFormat->setCurrentIndex(format);
+        m_loaded.loaded(kExport, page()->m_stlExportFormat, format);
+    }
 }
 
 void lmStlFilePreferencesGUII::storeFormatGUI()
 {
     lmMessage &store = getData();
-    store.set(kExport, boost::any(page()->m_stlExportFormat->currentIndex()), true);
+    store.set(kExport,
+              boost::any(m_loaded.value(kExport, page()->m_stlExportFormat, page()->m_stlExportFormat->currentIndex())),
+              true);
     store.set(kSourceReferenceBehavior, boost::any(1), true);
 }

@@ -81,9 +81,13 @@ void lmTesselationPreferencesGUII::updateGUI()
     const lmMessage &data = getData();
     lmTesselationPreferencesGUIW *page = m_page;
 
+    m_loaded.clear();
     int method = 0;
-    if (getFromMessage(data, kTopologyMethod, method) && method >= 0 && method < page->_topology->count())
-        page->_topology->setCurrentIndex(method);
+    if (getFromMessage(data, kTopologyMethod, method)) {
+        if (method >= 0 && method < page->_topology->count())
+            page->_topology->setCurrentIndex(method);
+        m_loaded.loaded(kTopologyMethod, page->_topology, method);
+    }
     float number = 0.0f;
     if (getFromMessage(data, kTopologyTolerance, number))
         page->_tolerance->setText(numberText(number));
@@ -115,7 +119,8 @@ void lmTesselationPreferencesGUII::storeGUI()
     // Text that is no number stores 0.
     if (!setToMessage(data, kTopologyTolerance, page->_tolerance->text().toFloat(), true))
         addUnchanged(kTopologyTolerance);
-    if (!setToMessage(data, kTopologyMethod, page->_topology->currentIndex(), true))
+    if (!setToMessage(data, kTopologyMethod, m_loaded.value(kTopologyMethod, page->_topology, page->_topology->currentIndex()),
+                      true))
         addUnchanged(kTopologyMethod);
     if (!setToMessage(data, kOffsetFactor, page->_offset_factor->text().toFloat(), true))
         addUnchanged(kOffsetFactor);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lmLoadedValues.h"
 #include "lmPreferences.h"
 #include "ui_lmTesselationPreferencesGUI.h"
 
@@ -38,4 +39,5 @@ public Q_SLOTS:
 
 private:
     lmTesselationPreferencesGUIW *m_page;
+    lmLoadedValues m_loaded;
 };

@@ -72,10 +72,13 @@ void lmWrlPreferencesGUII::updateGUI()
     if (getFromMessage(data, kInlineTextures, inlineTextures))
         m_page->_inline_textures->setChecked(inlineTextures);
     // An index the combo does not offer leaves the choice as it is.
+    m_loaded.clear();
     int optimization = 0;
-    if (getFromMessage(data, kReaderOptimization, optimization) && optimization >= 0
-        && optimization < m_page->_optimization->count())
-        m_page->_optimization->setCurrentIndex(optimization);
+    if (getFromMessage(data, kReaderOptimization, optimization)) {
+        if (optimization >= 0 && optimization < m_page->_optimization->count())
+            m_page->_optimization->setCurrentIndex(optimization);
+        m_loaded.loaded(kReaderOptimization, m_page->_optimization, optimization);
+    }
 }
 
 void lmWrlPreferencesGUII::storeGUI()
@@ -83,6 +86,8 @@ void lmWrlPreferencesGUII::storeGUI()
     lmMessage &data = getData();
     if (!setToMessage(data, kInlineTextures, m_page->_inline_textures->isChecked(), true))
         addUnchanged(kInlineTextures);
-    if (!setToMessage(data, kReaderOptimization, m_page->_optimization->currentIndex(), true))
+    const int optimization =
+        m_loaded.value(kReaderOptimization, m_page->_optimization, m_page->_optimization->currentIndex());
+    if (!setToMessage(data, kReaderOptimization, optimization, true))
         addUnchanged(kReaderOptimization);
 }

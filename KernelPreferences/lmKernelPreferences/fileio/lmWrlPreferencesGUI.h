@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lmLoadedValues.h"
 #include "lmPreferences.h"
 #include "ui_lmWrlPreferencesGUI.h"
 
@@ -30,4 +31,5 @@ public:
 
 private:
     lmWrlPreferencesGUIW *m_page;
+    lmLoadedValues m_loaded;
 };
