@@ -22,6 +22,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <string>
 
 namespace lmKeyDescription {
@@ -38,19 +39,19 @@ QString plainText(const QString &text)
     return plain.simplified();
 }
 
-// The layout, at any depth below layout, that holds widget as an item.
-QLayout *layoutHolding(QLayout *layout, const QWidget *widget)
+// The chain of (layout, index) from layout down to the item that is widget.
+bool pathTo(QLayout *layout, const QWidget *widget, std::vector<std::pair<QLayout *, int>> &path)
 {
     if (!layout)
-        return nullptr;
+        return false;
     for (int i = 0; i < layout->count(); ++i) {
         QLayoutItem *item = layout->itemAt(i);
-        if (item->widget() == widget)
-            return layout;
-        if (QLayout *found = layoutHolding(item->layout(), widget))
-            return found;
+        path.emplace_back(layout, i);
+        if (item->widget() == widget || pathTo(item->layout(), widget, path))
+            return true;
+        path.pop_back();
     }
-    return nullptr;
+    return false;
 }
 
 QString labelText(const QWidget *widget)
@@ -59,28 +60,43 @@ QString labelText(const QWidget *widget)
     return label ? plainText(label->text()) : QString();
 }
 
-// The label placed just before the control in its layout.
+// The label placed just before the control: in the same grid row, as its
+// form row's label, or as the widget before it in a box; a box of several
+// controls ("width x height") takes the label before the box.
 QString neighbourLabel(const QWidget *control)
 {
     const QWidget *parent = control->parentWidget();
-    QLayout *layout = parent ? layoutHolding(parent->layout(), control) : nullptr;
-    if (!layout)
+    std::vector<std::pair<QLayout *, int>> path;
+    if (!parent || !pathTo(parent->layout(), control, path))
         return QString();
-    const int index = layout->indexOf(const_cast<QWidget *>(control));
-    if (auto *grid = qobject_cast<QGridLayout *>(layout)) {
-        int row, column, rowSpan, columnSpan;
-        grid->getItemPosition(index, &row, &column, &rowSpan, &columnSpan);
-        for (int c = column - 1; c >= 0; --c)
-            if (QLayoutItem *item = grid->itemAtPosition(row, c))
-                if (item->widget())
-                    return labelText(item->widget());
-        return QString();
+    for (auto level = path.rbegin(); level != path.rend(); ++level) {
+        QLayout *layout = level->first;
+        const int index = level->second;
+        QString text;
+        if (auto *grid = qobject_cast<QGridLayout *>(layout)) {
+            int row, column, rowSpan, columnSpan;
+            grid->getItemPosition(index, &row, &column, &rowSpan, &columnSpan);
+            for (int c = column - 1; c >= 0 && text.isEmpty(); --c)
+                if (QLayoutItem *item = grid->itemAtPosition(row, c))
+                    if (item->widget())
+                        text = labelText(item->widget());
+        } else if (auto *form = qobject_cast<QFormLayout *>(layout)) {
+            int row;
+            QFormLayout::ItemRole role;
+            form->getItemPosition(index, &row, &role);
+            if (role == QFormLayout::FieldRole)
+                if (QLayoutItem *item = form->itemAt(row, QFormLayout::LabelRole))
+                    text = labelText(item->widget());
+        } else {
+            for (int i = index - 1; i >= 0; --i)
+                if (QWidget *widget = layout->itemAt(i)->widget()) {
+                    text = labelText(widget);
+                    break;
+                }
+        }
+        if (!text.isEmpty())
+            return text;
     }
-    if (auto *form = qobject_cast<QFormLayout *>(layout))
-        return labelText(form->labelForField(const_cast<QWidget *>(control)));
-    for (int i = index - 1; i >= 0; --i)
-        if (QWidget *widget = layout->itemAt(i)->widget())
-            return labelText(widget);
     return QString();
 }
 
@@ -88,6 +104,28 @@ QString titleOf(const QWidget *widget)
 {
     const QVariant title = widget->property("title");
     return title.type() == QVariant::String ? plainText(title.toString()) : QString();
+}
+
+// Hidden on its page (by an edition rule, a format that does not use it, a
+// tab taken out, or the page's state) rather than out of sight on another
+// tab or inside a collapsed frame; the page itself need not be shown.
+bool isHiddenOnPage(const QWidget *control, const QWidget *page)
+{
+    for (const QWidget *w = control; w && w != page; w = w->parentWidget()) {
+        const QWidget *parent = w->parentWidget();
+        if (const auto *stack = qobject_cast<const QStackedWidget *>(parent)) {
+            // A tab page is out of sight, not gone, unless it was taken out.
+            if (stack->indexOf(const_cast<QWidget *>(w)) < 0)
+                return true;
+            continue;
+        }
+        if (!w->testAttribute(Qt::WA_WState_ExplicitShowHide) || !w->testAttribute(Qt::WA_WState_Hidden))
+            continue;
+        if (parent && parent->property("collapsed").toBool())
+            continue;
+        return true;
+    }
+    return false;
 }
 
 struct Listing
@@ -131,25 +169,6 @@ QString labelOf(const QWidget *control)
     return QString();
 }
 
-bool isHiddenForGood(const QWidget *control, const QWidget *page)
-{
-    for (const QWidget *w = control; w && w != page; w = w->parentWidget()) {
-        const QWidget *parent = w->parentWidget();
-        if (const auto *stack = qobject_cast<const QStackedWidget *>(parent)) {
-            // A tab page is out of sight, not gone, unless it was taken out.
-            if (stack->indexOf(const_cast<QWidget *>(w)) < 0)
-                return true;
-            continue;
-        }
-        if (!w->testAttribute(Qt::WA_WState_ExplicitShowHide) || !w->testAttribute(Qt::WA_WState_Hidden))
-            continue;
-        if (parent && parent->property("collapsed").toBool())
-            continue;
-        return true;
-    }
-    return false;
-}
-
 std::vector<Row> describe(lmPreferencesSession &session)
 {
     using Category = lmPreferencesHost::Category;
@@ -166,7 +185,14 @@ std::vector<Row> describe(lmPreferencesSession &session)
         if (!hasPage[category.object()])
             listings.push_back({category.path(), category.object(), nullptr});
 
-    // The controls that hold keys, per listing, in the order they were built.
+    std::set<std::string> written;
+    for (const Listing &listing : listings)
+        for (const std::string &key : session.defaultsOf(categories.at(listing.owner)).keys())
+            written.insert(key);
+
+    // The controls that hold keys, per listing, in the order they were built:
+    // those a person can reach on the page, for keys its category writes (or
+    // that no category gives a default).
     struct Bound
     {
         std::string key;
@@ -176,10 +202,16 @@ std::vector<Row> describe(lmPreferencesSession &session)
     for (std::size_t i = 0; i < listings.size(); ++i) {
         if (!listings[i].page)
             continue;
-        for (const QWidget *control : listings[i].page->findChildren<QWidget *>())
-            if (!isHiddenForGood(control, listings[i].page))
-                for (const QString &key : lmBoundKeys(control))
-                    bound[i].push_back({key.toStdString(), control});
+        const lmMessage &defaults = session.defaultsOf(categories.at(listings[i].owner));
+        for (const QWidget *control : listings[i].page->findChildren<QWidget *>()) {
+            if (isHiddenOnPage(control, listings[i].page))
+                continue;
+            for (const QString &name : lmBoundKeys(control)) {
+                const std::string key = name.toStdString();
+                if (defaults.contains(key) || !written.count(key))
+                    bound[i].push_back({key, control});
+            }
+        }
     }
 
     // Where each key is listed: with its control, else with its first writer.

@@ -30,7 +30,10 @@ struct Row
 // a page in creation order. Within a page: the keys of its controls in the
 // order the controls were built, then its keys without a control by name.
 // A key that several categories write is listed once: on the page whose
-// control holds it, else with the first category that writes it.
+// control holds it, else with the first category that writes it. A control
+// hidden on its page (by the edition, by a format that does not use it, or
+// by the page's state, such as the help path while help comes from the
+// network) counts as none.
 std::vector<Row> describe(lmPreferencesSession &session);
 
 QString markdown(const std::vector<Row> &rows);
@@ -41,10 +44,5 @@ QByteArray json(const std::vector<Row> &rows);
 // before it in its layout (same grid row, form row or box); else the title
 // of the group box or collapsible frame that holds it.
 QString labelOf(const QWidget *control);
-
-// Hidden for good on its page (an edition rule, a format that does not use
-// it, a tab taken out), rather than out of sight on another tab or in a
-// collapsed frame; the page itself need not be shown.
-bool isHiddenForGood(const QWidget *control, const QWidget *page);
 
 } // namespace lmKeyDescription
