@@ -111,6 +111,39 @@ private slots:
         QVERIFY(m_messages.contains({context, source}));
     }
 
+    // The preference keys the forms bind their controls to are names, not
+    // texts: marked untranslatable.
+    void preferenceKeysAreNotOffered()
+    {
+        QFile list(QStringLiteral(LM_TRANSLATABLE_LIST));
+        QVERIFY(list.open(QIODevice::ReadOnly));
+        int keys = 0;
+        for (const QByteArray &line : list.readAll().split('\n')) {
+            if (!line.endsWith(".ui"))
+                continue;
+            QFile form(QString::fromLocal8Bit(line));
+            QVERIFY(form.open(QIODevice::ReadOnly));
+            QXmlStreamReader xml(&form);
+            bool inKey = false;
+            while (!xml.atEnd()) {
+                xml.readNext();
+                if (xml.isStartElement() && xml.name() == QLatin1String("property"))
+                    inKey = xml.attributes().value("name") == QLatin1String("lmPreferenceKey");
+                if (!inKey || !xml.isStartElement())
+                    continue;
+                // A key may read like a label ("Help Location"): the mark is what counts.
+                if (xml.name() == QLatin1String("stringlist") || xml.name() == QLatin1String("string")) {
+                    QVERIFY2(xml.attributes().value("notr") == QLatin1String("true"),
+                             qPrintable(form.fileName() + ": line " + QString::number(xml.lineNumber())));
+                    ++keys;
+                    inKey = false;
+                }
+            }
+            QVERIFY2(!xml.hasError(), qPrintable(form.fileName() + ": " + xml.errorString()));
+        }
+        QVERIFY(keys > 100);
+    }
+
     // The format pages are named as they are in every language: the code
     // does not pass their names through a translation.
     void formatPageNamesAreNotOffered()

@@ -2,6 +2,7 @@
 
 #include "lmCallLog.h"
 #include "lmHostSettings.h"
+#include "lmKeyDescription.h"
 #include "lmPreferences.h"
 #include "lmPreferencesDialog.h"
 #include "lmPreferencesHost.h"
@@ -258,8 +259,8 @@ int lmHostApplication::execute(const QStringList &arguments)
     parser.setApplicationDescription(
         QStringLiteral("The stand-in host of the preferences plug-in: loads the plug-in, keeps the preferences "
                        "between runs and opens the preferences dialog. With --headless it runs start-up, then "
-                       "--set, --accept, --dump-store, --list-pages, --screenshots and --diff-defaults in this "
-                       "order, and exits."));
+                       "--set, --accept, --dump-store, --list-pages, --screenshots, --diff-defaults and --describe in "
+                       "this order, and exits."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     // Options are looked up by their names below.
@@ -283,9 +284,18 @@ int lmHostApplication::execute(const QStringList &arguments)
          "file"},
         {"screenshots", "Save every page as a PNG named after its group and page.", "dir"},
         {"diff-defaults", "Print the keys whose stored values differ from their defaults: key=value (default: value)."},
+        {"describe",
+         "Print every key of every page in dialog order with the label of its control, its type, its default and "
+         "its items or range: a Markdown table, or with --describe=json a JSON array.",
+         "format"},
     });
 
-    if (!parser.parse(arguments))
+    // "--describe" alone asks for the table.
+    QStringList expanded = arguments;
+    for (QString &argument : expanded)
+        if (argument == QLatin1String("--describe"))
+            argument = QStringLiteral("--describe=markdown");
+    if (!parser.parse(expanded))
         return fail(2, parser.errorText());
     if (parser.isSet(help)) {
         printOut(parser.helpText());
@@ -315,6 +325,11 @@ int lmHostApplication::execute(const QStringList &arguments)
     for (const QString &assignment : assignments)
         if (assignment.indexOf(QLatin1Char('=')) <= 0)
             return fail(2, QStringLiteral("--set expects KEY=VALUE, not \"%1\"").arg(assignment));
+
+    const QString describeFormat = parser.value(QStringLiteral("describe"));
+    if (parser.isSet(QStringLiteral("describe")) && describeFormat != QLatin1String("markdown")
+        && describeFormat != QLatin1String("json"))
+        return fail(2, QStringLiteral("unknown --describe format \"%1\" (markdown or json)").arg(describeFormat));
 
     const bool isHeadless = parser.isSet(QStringLiteral("headless"));
     if (!isHeadless && g_noDisplay)
@@ -371,6 +386,11 @@ int lmHostApplication::execute(const QStringList &arguments)
             return status;
     if (parser.isSet(QStringLiteral("diff-defaults")))
         printDifferences();
+    if (parser.isSet(QStringLiteral("describe"))) {
+        const std::vector<lmKeyDescription::Row> rows = lmKeyDescription::describe(*m_session);
+        printOut(describeFormat == QLatin1String("json") ? QString::fromUtf8(lmKeyDescription::json(rows))
+                                                         : lmKeyDescription::markdown(rows));
+    }
     std::fflush(stdout);
 
     if (isHeadless)

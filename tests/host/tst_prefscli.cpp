@@ -5,6 +5,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMap>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -215,6 +216,7 @@ private slots:
         QTest::newRow("stray argument") << QStringList{"extra"} << "unexpected argument \"extra\"";
         QTest::newRow("unwritable trace") << QStringList{"--trace", "/nonexistent/trace.txt"}
                                           << "cannot write the trace /nonexistent/trace.txt";
+        QTest::newRow("unknown describe format") << QStringList{"--describe=xml"} << "unknown --describe format \"xml\"";
     }
 
     void badInputIsRefused()
@@ -228,6 +230,91 @@ private slots:
         QVERIFY2(refused.messages().first().startsWith(message), qPrintable(refused.err));
         QCOMPARE(fileBytes(store()), storeWithFov(50));
         QVERIFY(!QFile::exists(store() + ".bak"));
+    }
+
+    // Every key of a fresh store once, with its stored type and default; a
+    // few rows checked against the pages as a person sees them.
+    void describeListsEveryKeyOnce()
+    {
+        const Run dump = host({"--dump-store"});
+        QCOMPARE(dump.status, 0);
+        const QJsonObject values = QJsonDocument::fromJson(dump.out.toUtf8()).object().value("values").toObject();
+        QVERIFY(values.size() > 600);
+        const Run described = host({"--describe=json"});
+        QCOMPARE(described.status, 0);
+        const QJsonArray rows = QJsonDocument::fromJson(described.out.toUtf8()).array();
+
+        // Keys that a page holds but gives no default.
+        const QStringList withoutDefault = {"texture search paths"};
+        QStringList keys, pages;
+        QMap<QString, QJsonObject> byKey;
+        for (const QJsonValue &value : rows) {
+            const QJsonObject row = value.toObject();
+            const QString key = row.value("key").toString();
+            QVERIFY2(!byKey.contains(key), qPrintable("listed twice: " + key));
+            byKey.insert(key, row);
+            if (!pages.contains(row.value("page").toString()))
+                pages << row.value("page").toString();
+            if (withoutDefault.contains(key)) {
+                QCOMPARE(row.value("type").toString(), QString());
+                QCOMPARE(row.value("default").toString(), QString());
+                continue;
+            }
+            QVERIFY2(values.contains(key), qPrintable("not in a fresh store: " + key));
+            const QJsonObject stored = values.value(key).toObject();
+            QCOMPARE(row.value("type").toString(), stored.value("type").toString());
+            // Defaults are shown as --set takes them: strings as they are,
+            // everything else as JSON.
+            const QJsonValue storedValue = stored.value("value");
+            const QString shown = row.value("default").toString();
+            if (storedValue.isString())
+                QCOMPARE(shown, storedValue.toString());
+            else
+                QCOMPARE(QJsonDocument::fromJson(("[" + shown + "]").toUtf8()).array().first(), storedValue);
+        }
+        QCOMPARE(byKey.size(), values.size() + withoutDefault.size());
+
+        // Pages in dialog order.
+        const Run listed = host({"--list-pages"});
+        QCOMPARE(pages.mid(0, listed.out.split('\n', Qt::SkipEmptyParts).size()),
+                 listed.out.split('\n', Qt::SkipEmptyParts));
+
+        struct Expected
+        {
+            const char *key, *page, *label, *choices;
+        };
+        const Expected expected[] = {
+            {"Camera fov", "Camera", "Field of View", "1 100"},
+            {"Devices spacemouse rotation pivot", "Devices/Devices", "Rotation Pivot",
+             "Camera|Selected Object/Origin|Focus Distance|Standard"},
+            {"Navigator orbit detection area", "Navigator", "Orbit Detection Area", "0 99999"},
+            {"MainWindow show button text", "MainWindow", "Show Toolbutton Text", ""},
+            {"MainWindow show tool buttons text", "MainWindow", "", ""},
+            {"RenderOptions background ints", "Render Options", "Background", ""},
+            {"WebInterface white list", "WebInterface", "Allowed hosts", ""},
+            {"ProEngineerOptions stitching", "FileIO/ProE / Creo", "Stitching", ""},
+            {"PLMXML load referenced files", "FileIO/PLM XML", "Import Referenced Files", ""},
+            {"StepOptions import coord systems", "FileIO/Step", "", ""},
+        };
+        for (const Expected &e : expected) {
+            const QJsonObject row = byKey.value(e.key);
+            QCOMPARE(row.value("page").toString(), QString(e.page));
+            QCOMPARE(row.value("label").toString(), QString(e.label));
+            const QJsonObject range = row.value("range").toObject();
+            const QString choices = row.contains("items")
+                                        ? row.value("items").toVariant().toStringList().join('|')
+                                        : range.isEmpty() ? QString()
+                                                          : QStringLiteral("%1 %2").arg(range.value("minimum").toDouble())
+                                                                .arg(range.value("maximum").toDouble());
+            QCOMPARE(choices, QString(e.choices));
+        }
+
+        // The table: a header, a rule and one line per key.
+        const Run table = host({"--describe"});
+        QCOMPARE(table.status, 0);
+        const QStringList lines = table.out.split('\n', Qt::SkipEmptyParts);
+        QCOMPARE(lines.size(), rows.size() + 2);
+        QVERIFY(lines.contains("| Camera | Field of View | Camera fov | float | 45 | 1 to 100 |"));
     }
 
     void damagedFileIsReportedAndKept()

@@ -3,6 +3,7 @@
 #include "lmCADFileTypeRegistry.h"
 #include "lmController.h"
 #include "lmImportOptions.h"
+#include "lmKeyBinding.h"
 #include "lmMessageHelpers.h"
 
 #include <QtGlobal>
@@ -213,6 +214,7 @@ lmFileTypePreferences::lmFileTypePreferences(FileType type, const QString &pageN
             row.member);
 
     m_page = new lmFileTypePreferencesGUIW;
+    bindCommonControls();
 
     // The base CAD options are offered whatever the host supports; any other
     // format without a reader keeps its keys but shows no page.
@@ -233,6 +235,64 @@ lmFileTypePreferences::~lmFileTypePreferences()
         store.remove(storedKey(row, prefix));
     subPreferencesGUI(m_page);
     delete m_page;
+}
+
+// The keys of the common controls carry this page's type name, so they are
+// bound here rather than in the shared form: the controls and keys that
+// storeCommonControls() writes for this type.
+void lmFileTypePreferences::bindCommonControls()
+{
+    const int t = m_fileType;
+    if (!((t >= KBX && t <= PLMXML) || (t >= LUMO && t <= Step) || t == BCAD))
+        return;
+
+    lmFileTypePreferencesGUIW *p = m_page;
+    auto bind = [](QObject *control, std::initializer_list<std::string> keys) {
+        QStringList names;
+        for (const std::string &key : keys)
+            names << QString::fromStdString(key);
+        lmBindKeys(control, names);
+    };
+
+    bind(p->_cbImportSurfaces, {key(kImportSurfaces), key(kImportInvisibleSurfaces)});
+    bind(p->_cbImportMeshes, {key(kImportMeshes), key(kImportInvisibleMeshes)});
+    bind(p->_cbImportCurves, {key(kImportCurves), key(kImportInvisibleCurves)});
+
+    if (!isOneOf(t, {OpenSG, PLMXML, Python, Krafta3D, LUMO, STL})) {
+        lmTesselationSettings *tessellation = p->m_tesselationSettings;
+        bind(tessellation->chordDeviationField(), {key(kChordDeviation)});
+        bind(tessellation->normalToleranceField(), {key(kNormalTolerance)});
+        bind(tessellation->maxChordLengthField(), {key(kMaxChordLength)});
+        bind(tessellation->stitchingSwitch(), {key(kStitching)});
+        bind(tessellation->stitchingToleranceField(), {key(kStitchingTolerance)});
+        bind(tessellation->keepSurfaceData(), {key(kKeepSurfaceData)});
+        bind(tessellation->unifySurfaceNormals(), {key(kUnifySurfaceNormals)});
+        bind(tessellation->mergeGeometries(), {key(kMergeGeometries)});
+        bind(tessellation->createGroupsForLayers(), {key(kCreateGroupsForLayers)});
+        bind(tessellation->removeEmptyGroups(), {key(kRemoveEmptyGroups)});
+        bind(tessellation->unshareNodes(), {key(kUnshareNodes)});
+        bind(tessellation->flushTransformations(), {key(kFlushTransformations)});
+    }
+
+    bind(p->m_associativeMeshesEnabled, {key(kImportAssociativeMeshes)});
+    bind(p->m_invisibleInstancesEnabled, {key(kImportInvisibleInstances)});
+    bind(p->m_importReferencedFiles, {subReferenceKey(t)});
+    bind(p->m_optimizeMaterials, {key(kOptimizeMaterials)});
+    bind(p->m_coordSystemsEnabled, {key(kImportCoordSystems)});
+    if (t == Ondra) {
+        bind(p->m_camerasEnabled, {key(kImportCameras)});
+        bind(p->m_lightsEnabled, {key(kImportLights)});
+        bind(p->m_variantsEnabled, {key(kImportVariants)});
+        bind(p->m_templateGeometriesEnabled, {key(kImportTemplateGeometries)});
+    }
+    if (isOneOf(t, {Ondra, NX}))
+        bind(p->m_emptyLayersEnabled, {key(kImportEmptyLayers)});
+    bind(p->m_meshLODs, {key(kImportMeshLODs)});
+    bind(p->m_jtToolkit, {key(kJtToolkit)});
+    if (hasSmartReferences(t)) {
+        bind(p->m_importAsSmart, {typeName(t) + kCreateAsSmart});
+        bind(p->m_importBehavior, {typeName(t) + kSmartReferenceBehavior});
+    }
 }
 
 std::string lmFileTypePreferences::typeName() const

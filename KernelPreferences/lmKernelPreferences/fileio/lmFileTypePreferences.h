@@ -99,6 +99,7 @@ private:
     void readOptions(const lmMessage &store);
     void updateCommonControls();
     void storeCommonControls();
+    void bindCommonControls();
 
     lmCADFileTypes::FileType m_fileType;
     Options m_options{};

@@ -2,6 +2,7 @@
 
 #include "lmFileIO.h"
 #include "lmImportOptions.h"
+#include "lmKeyBinding.h"
 #include "lmKeyTable.h"
 #include "lmMessageHelpers.h"
 
@@ -28,6 +29,9 @@ lmRhinoFilePreferencesGUII::lmRhinoFilePreferencesGUII()
                             QCoreApplication::translate("lmPreferences", "FileIO"))
 {
     enableLegacyOptions();
+    // The common "merge geometries" key of this type is the legacy loader's
+    // own; the legacy check box is stored after the common one and wins.
+    lmBindKeys(page()->m_tesselationSettings->mergeGeometries(), {});
     connect(page()->m_useLegacyRhinoLoader, &QCheckBox::stateChanged, this,
             &lmRhinoFilePreferencesGUII::stateChangedUseLegacyRhinoLoader);
 }
