@@ -3,22 +3,14 @@
 #include "lmKeyBinding.h"
 #include "lmPreferencesHost.h"
 #include "lmPreferencesSession.h"
+#include "lmSettingControls.h"
 #include "lmStoreFile.h"
 #include "lmValueParser.h"
 
-#include <QAbstractButton>
 #include <QComboBox>
-#include <QFormLayout>
-#include <QGridLayout>
-#include <QGroupBox>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QLabel>
-#include <QLayout>
-#include <QStackedWidget>
-#include <QTextDocument>
-#include <QTextDocumentFragment>
 
 #include <algorithm>
 #include <map>
@@ -28,105 +20,6 @@
 namespace lmKeyDescription {
 
 namespace {
-
-QString plainText(const QString &text)
-{
-    if (Qt::mightBeRichText(text))
-        return QTextDocumentFragment::fromHtml(text).toPlainText().simplified();
-    QString plain = text;
-    // Mnemonic markers: "&Apply" reads "Apply", "&&" reads "&".
-    plain.replace(QLatin1String("&&"), QStringLiteral("\x01")).remove(QLatin1Char('&')).replace(QChar(1), QLatin1Char('&'));
-    return plain.simplified();
-}
-
-// The chain of (layout, index) from layout down to the item that is widget.
-bool pathTo(QLayout *layout, const QWidget *widget, std::vector<std::pair<QLayout *, int>> &path)
-{
-    if (!layout)
-        return false;
-    for (int i = 0; i < layout->count(); ++i) {
-        QLayoutItem *item = layout->itemAt(i);
-        path.emplace_back(layout, i);
-        if (item->widget() == widget || pathTo(item->layout(), widget, path))
-            return true;
-        path.pop_back();
-    }
-    return false;
-}
-
-QString labelText(const QWidget *widget)
-{
-    const auto *label = qobject_cast<const QLabel *>(widget);
-    return label ? plainText(label->text()) : QString();
-}
-
-// The label placed just before the control: in the same grid row, as its
-// form row's label, or as the widget before it in a box; a box of several
-// controls ("width x height") takes the label before the box.
-QString neighbourLabel(const QWidget *control)
-{
-    const QWidget *parent = control->parentWidget();
-    std::vector<std::pair<QLayout *, int>> path;
-    if (!parent || !pathTo(parent->layout(), control, path))
-        return QString();
-    for (auto level = path.rbegin(); level != path.rend(); ++level) {
-        QLayout *layout = level->first;
-        const int index = level->second;
-        QString text;
-        if (auto *grid = qobject_cast<QGridLayout *>(layout)) {
-            int row, column, rowSpan, columnSpan;
-            grid->getItemPosition(index, &row, &column, &rowSpan, &columnSpan);
-            for (int c = column - 1; c >= 0 && text.isEmpty(); --c)
-                if (QLayoutItem *item = grid->itemAtPosition(row, c))
-                    if (item->widget())
-                        text = labelText(item->widget());
-        } else if (auto *form = qobject_cast<QFormLayout *>(layout)) {
-            int row;
-            QFormLayout::ItemRole role;
-            form->getItemPosition(index, &row, &role);
-            if (role == QFormLayout::FieldRole)
-                if (QLayoutItem *item = form->itemAt(row, QFormLayout::LabelRole))
-                    text = labelText(item->widget());
-        } else {
-            for (int i = index - 1; i >= 0; --i)
-                if (QWidget *widget = layout->itemAt(i)->widget()) {
-                    text = labelText(widget);
-                    break;
-                }
-        }
-        if (!text.isEmpty())
-            return text;
-    }
-    return QString();
-}
-
-QString titleOf(const QWidget *widget)
-{
-    const QVariant title = widget->property("title");
-    return title.type() == QVariant::String ? plainText(title.toString()) : QString();
-}
-
-// Hidden on its page (by an edition rule, a format that does not use it, a
-// tab taken out, or the page's state) rather than out of sight on another
-// tab or inside a collapsed frame; the page itself need not be shown.
-bool isHiddenOnPage(const QWidget *control, const QWidget *page)
-{
-    for (const QWidget *w = control; w && w != page; w = w->parentWidget()) {
-        const QWidget *parent = w->parentWidget();
-        if (const auto *stack = qobject_cast<const QStackedWidget *>(parent)) {
-            // A tab page is out of sight, not gone, unless it was taken out.
-            if (stack->indexOf(const_cast<QWidget *>(w)) < 0)
-                return true;
-            continue;
-        }
-        if (!w->testAttribute(Qt::WA_WState_ExplicitShowHide) || !w->testAttribute(Qt::WA_WState_Hidden))
-            continue;
-        if (parent && parent->property("collapsed").toBool())
-            continue;
-        return true;
-    }
-    return false;
-}
 
 struct Listing
 {
@@ -146,28 +39,6 @@ QString number(double value)
 }
 
 } // namespace
-
-QString labelOf(const QWidget *control)
-{
-    if (const auto *group = qobject_cast<const QGroupBox *>(control))
-        return plainText(group->title());
-    if (const auto *button = qobject_cast<const QAbstractButton *>(control))
-        if (!button->text().isEmpty())
-            return plainText(button->text());
-    if (const QWidget *window = control->window())
-        for (const QLabel *label : window->findChildren<QLabel *>())
-            if (label->buddy() == control)
-                return plainText(label->text());
-    const QString neighbour = neighbourLabel(control);
-    if (!neighbour.isEmpty())
-        return neighbour;
-    for (const QWidget *w = control->parentWidget(); w; w = w->parentWidget()) {
-        const QString title = titleOf(w);
-        if (!title.isEmpty())
-            return title;
-    }
-    return QString();
-}
 
 std::vector<Row> describe(lmPreferencesSession &session)
 {
@@ -204,7 +75,7 @@ std::vector<Row> describe(lmPreferencesSession &session)
             continue;
         const lmMessage &defaults = session.defaultsOf(categories.at(listings[i].owner));
         for (const QWidget *control : listings[i].page->findChildren<QWidget *>()) {
-            if (isHiddenOnPage(control, listings[i].page))
+            if (lmSettingControls::isHidden(control, listings[i].page))
                 continue;
             for (const QString &name : lmBoundKeys(control)) {
                 const std::string key = name.toStdString();
@@ -236,7 +107,7 @@ std::vector<Row> describe(lmPreferencesSession &session)
                 row.defaultValue = lmValueParser::text(value);
             }
             if (control) {
-                row.label = labelOf(control);
+                row.label = lmSettingControls::labelOf(control);
                 if (const auto *combo = qobject_cast<const QComboBox *>(control)) {
                     for (int item = 0; item < combo->count(); ++item)
                         row.items << combo->itemText(item);

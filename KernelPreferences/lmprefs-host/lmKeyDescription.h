@@ -6,7 +6,6 @@
 
 #include <vector>
 
-class QWidget;
 class lmPreferencesSession;
 
 // Every preference key with the control a person sets it with, as
@@ -38,11 +37,5 @@ std::vector<Row> describe(lmPreferencesSession &session);
 
 QString markdown(const std::vector<Row> &rows);
 QByteArray json(const std::vector<Row> &rows);
-
-// The label of a control: a button's or check box's own text, a checkable
-// group box's title; else the label whose buddy it is, else the label just
-// before it in its layout (same grid row, form row or box); else the title
-// of the group box or collapsible frame that holds it.
-QString labelOf(const QWidget *control);
 
 } // namespace lmKeyDescription

@@ -51,6 +51,9 @@ namespace {
 const int kPageRole = Qt::UserRole + 1;
 // Set on a group whose own page the search left out but whose pages it kept.
 const int kFilteredOutRole = Qt::UserRole + 2;
+// A page's own state; a group's font also shows the pages under it.
+const int kModifiedRole = Qt::UserRole + 3;
+const int kPendingRole = Qt::UserRole + 4;
 
 // A page whose name repeats its group's is the group's own page.
 bool isGroupPage(const lmPreferencesHost::Page &page)
@@ -438,13 +441,11 @@ void lmPreferencesDialog::rebuild()
                     if (!control || !(m_marks.value(control) & Pending) || !control->isVisibleTo(widget))
                         continue;
                     QWidget *label = lmSettingControls::labelWidgetOf(control);
-                    if (!label || label == widget || !label->isVisibleTo(widget)
-                        || !label->rect().contains(label->mapFrom(control, control->rect().center()))) {
-                        // A label elsewhere (a frame's title): the bar stands by the control.
+                    // A frame's title names it from afar: the bar stands by the control.
+                    if (!label || label == widget || !label->isVisibleTo(widget) || label->isAncestorOf(control))
                         label = control;
-                    }
-                    const QRect at(label->mapTo(overlay, QPoint(0, 0)), label->size());
-                    const QRect own(control->mapTo(overlay, QPoint(0, 0)), control->size());
+                    const QRect at(label->mapTo(overlay->parentWidget(), QPoint(0, 0)), label->size());
+                    const QRect own(control->mapTo(overlay->parentWidget(), QPoint(0, 0)), control->size());
                     const QRect span = at.united(QRect(at.left(), own.top(), 1, own.height()));
                     painter.fillRect(QRect(std::max(0, span.left() - 5), span.top() + 1, 3, span.height() - 2), accent);
                 }
@@ -452,7 +453,7 @@ void lmPreferencesDialog::rebuild()
                     QPen pen(accent, 2);
                     painter.setPen(pen);
                     painter.setRenderHint(QPainter::Antialiasing);
-                    painter.drawRoundedRect(QRectF(QRect(m_highlighted->mapTo(overlay, QPoint(0, 0)),
+                    painter.drawRoundedRect(QRectF(QRect(m_highlighted->mapTo(overlay->parentWidget(), QPoint(0, 0)),
                                                          m_highlighted->size()))
                                                 .adjusted(-3, -3, 3, 3),
                                             4, 4);
@@ -592,7 +593,7 @@ QStringList lmPreferencesDialog::visiblePages() const
 bool lmPreferencesDialog::isBold(const QWidget *page) const
 {
     const QTreeWidgetItem *item = itemOf(page);
-    return item && item->font(0).bold();
+    return item && item->data(0, kModifiedRole).toBool();
 }
 
 bool lmPreferencesDialog::hasPendingEdits(const QWidget *page) const
@@ -791,14 +792,11 @@ void lmPreferencesDialog::paintMarks(const PageEntry &entry)
 
 void lmPreferencesDialog::refreshTree()
 {
-    // Pages first, then each group from its own page and the pages under it.
     for (const PageEntry &entry : m_entries) {
         const bool changed = m_session.differsFromDefaults(entry.page.owner);
         const bool pending = hasPendingEdits(entry.page.widget);
-        QFont font = entry.item->font(0);
-        font.setBold(changed);
-        font.setItalic(pending);
-        entry.item->setFont(0, font);
+        entry.item->setData(0, kModifiedRole, changed);
+        entry.item->setData(0, kPendingRole, pending);
         QStringList tip;
         if (changed)
             tip << tr("Differs from the defaults");
@@ -806,19 +804,20 @@ void lmPreferencesDialog::refreshTree()
             tip << tr("Holds changes not yet applied");
         entry.item->setToolTip(0, tip.join(QLatin1Char('\n')));
     }
-    for (int i = 0; i < m_tree->topLevelItemCount(); ++i) {
-        QTreeWidgetItem *group = m_tree->topLevelItem(i);
-        const PageEntry *own = entryOf(group);
-        bool changed = own && m_session.differsFromDefaults(own->page.owner);
-        bool pending = own && hasPendingEdits(own->page.widget);
-        for (int c = 0; c < group->childCount(); ++c) {
-            changed = changed || group->child(c)->font(0).bold();
-            pending = pending || group->child(c)->font(0).italic();
+    // Bold: differs from the defaults; italic: holds changes not yet
+    // applied; a group shows what its own page and the pages under it hold.
+    for (QTreeWidgetItemIterator it(m_tree); *it; ++it) {
+        QTreeWidgetItem *item = *it;
+        bool changed = item->data(0, kModifiedRole).toBool();
+        bool pending = item->data(0, kPendingRole).toBool();
+        for (int c = 0; c < item->childCount(); ++c) {
+            changed = changed || item->child(c)->data(0, kModifiedRole).toBool();
+            pending = pending || item->child(c)->data(0, kPendingRole).toBool();
         }
-        QFont font = group->font(0);
+        QFont font = item->font(0);
         font.setBold(changed);
         font.setItalic(pending);
-        group->setFont(0, font);
+        item->setFont(0, font);
     }
     button(QDialogButtonBox::Apply)->setEnabled(isPending());
 }

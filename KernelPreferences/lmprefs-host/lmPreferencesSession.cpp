@@ -21,6 +21,21 @@ struct ScratchStore
     ~ScratchStore() { lmPreferencesHost::swapStore(real); }
 };
 
+// A look at what a page would store: into a copy of the store, with modal
+// dialogs dismissed and the call log paused, since it is the host's own
+// business and no user action.
+struct PageProbe : ScratchStore
+{
+    lmDialogSuppressor suppressor;
+    bool wasRecording = lmCallLog::isRecording();
+    PageProbe()
+    {
+        scratch = *real;
+        lmCallLog::setRecording(false);
+    }
+    ~PageProbe() { lmCallLog::setRecording(wasRecording); }
+};
+
 } // namespace
 
 lmPreferencesSession::lmPreferencesSession(const QString &storePath) : m_file(storePath)
@@ -166,9 +181,7 @@ void lmPreferencesSession::showDefaultOnPage(const Category &category, const std
     if (defaultValue.empty())
         return;
     {
-        ScratchStore store;
-        store.scratch = *store.real;
-        lmDialogSuppressor suppressor;
+        PageProbe store;
         // The page as it is, then the default for this key alone, back onto
         // the page.
         lmPreferencesHost::storeGUI(category);
@@ -191,16 +204,6 @@ bool lmPreferencesSession::hasUncommittedChanges() const
     return false;
 }
 
-bool lmPreferencesSession::ownerOf(const std::string &key, Category &owner)
-{
-    for (const Category &category : lmPreferencesHost::categories())
-        if (defaultsOf(category).contains(key)) {
-            owner = category;
-            return true;
-        }
-    return false;
-}
-
 std::vector<std::string> lmPreferencesSession::pendingKeys(const Category &category)
 {
     std::vector<std::string> pending;
@@ -208,9 +211,7 @@ std::vector<std::string> lmPreferencesSession::pendingKeys(const Category &categ
     {
         const auto restore = qScopeGuard([this, wasLearning = m_learning] { m_learning = wasLearning; });
         m_learning = true;
-        ScratchStore store;
-        store.scratch = *store.real;
-        lmDialogSuppressor suppressor;
+        PageProbe store;
         lmPreferencesHost::storeGUI(category);
         for (const auto &entry : defaults.values())
             if (!lmStoreDocument::sameValue(store.scratch.get(entry.first), store.real->get(entry.first)))

@@ -69,8 +69,6 @@ public:
     // The store holds values that OK or Apply has not yet applied and saved
     // (Restore Defaults writes the store directly).
     bool hasUncommittedChanges() const;
-    // The category that writes a default for key; false when none does.
-    bool ownerOf(const std::string &key, Category &owner);
 
     // Defaults into the store and onto the page; a restored category pushes
     // every key at the next accept, since the store already holds the values

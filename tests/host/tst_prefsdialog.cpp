@@ -9,6 +9,7 @@
 #include "QLMCollapsibleFrame.h"
 #include "categories/lmCameraPreferencesGUI.h"
 #include "lmCallLog.h"
+#include "lmKeyBinding.h"
 #include "lmMessageHelpers.h"
 #include "lmPreferences.h"
 #include "lmPreferencesHost.h"
@@ -50,6 +51,8 @@ public:
         combo->addItems({QStringLiteral("Metres"), QStringLiteral("%1 inches").arg(m_name)});
         layout->addWidget(check);
         layout->addWidget(combo);
+        lmBindKeys(check, {QString::fromStdString(m_boolKey)});
+        lmBindKeys(combo, {QString::fromStdString(m_intKey)});
         addPreferencesGUI(m_page);
     }
 
@@ -219,7 +222,12 @@ private slots:
         dialog.show();
         m_camera->page()->_fov->setValue(60.0);
         m_units->combo->setCurrentIndex(1);
+        // Apply is offered once the dialog has seen the edits.
+        QVERIFY(!dialog.button(QDialogButtonBox::Apply)->isEnabled());
+        QCoreApplication::processEvents();
+        QVERIFY(dialog.button(QDialogButtonBox::Apply)->isEnabled());
         dialog.button(QDialogButtonBox::Apply)->click();
+        QVERIFY(!dialog.button(QDialogButtonBox::Apply)->isEnabled());
         QCOMPARE(lmCallLog::lines(), QStringList({
                                          "Test::storeGUI(\"Grid\")",
                                          "Test::storeGUI(\"Units\")",
@@ -271,10 +279,21 @@ private slots:
         QVERIFY(!m_grid->check->isChecked());
         QVERIFY(lmCallLog::lines().endsWith("Test::updateGUI(\"Units\")"));
 
-        // Cancel puts the store back and refreshes the pages; nothing is pushed.
+        // Cancel asks before it drops what was not applied: going on
+        // editing keeps it all; Discard puts the store back and refreshes the
+        // pages, and nothing is pushed.
         m_units->combo->setCurrentIndex(1);
         lmCallLog::clear();
+        lmDialogAnswerer answerer({lmDialogAnswerer::clickButton("Cancel"), lmDialogAnswerer::clickButton("Discard")});
         dialog.button(QDialogButtonBox::Cancel)->click();
+        QCOMPARE(answerer.count(), 1);
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(m_units->combo->currentIndex(), 1);
+        QCOMPARE(storedFloat("Camera fov"), 45.0f);
+        QVERIFY(lmCallLog::lines().isEmpty());
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        QCOMPARE(answerer.count(), 2);
+        QCOMPARE(answerer.seen().back().text, QStringLiteral("Discard the changes that were not applied?"));
         QCOMPARE(lmCallLog::lines(), QStringList({"Test::updateGUI(\"Grid\")", "Test::updateGUI(\"Units\")"}));
         QCOMPARE(dialog.result(), int(QDialog::Rejected));
         QCOMPARE(m_units->combo->currentIndex(), 0);
