@@ -397,6 +397,10 @@ int lmHostApplication::execute(const QStringList &arguments)
         return 0;
     // OK closes the dialog only once saved; a save that failed and was then
     // given up with Cancel leaves the file as it was.
+    // Size, splitters and last page: the stand-in's own, beside the default
+    // store, never in the preferences.
+    dialog().setStateFile(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation)
+                          + QStringLiteral("/dialog.ini"));
     dialog().exec();
     if (!m_session->errorString().isEmpty())
         return fail(1, QStringLiteral("the changes were not saved: %1").arg(m_session->errorString()));

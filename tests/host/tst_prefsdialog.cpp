@@ -20,6 +20,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -608,6 +610,126 @@ private slots:
         // The running host gets the values it had not seen.
         QVERIFY(lmCallLog::lines().contains("Test::setUnits(\"Units\", 1)"));
         QCOMPARE(m_grid->combo->currentIndex(), 1);
+    }
+
+    // A control is marked while its stored value is not the default (its
+    // label in bold) and while it holds an edit not yet applied; its own
+    // reset puts back the default of its key alone, which Cancel undoes and
+    // OK keeps.
+    void markersAndResetFollowOneSetting()
+    {
+        startHost();
+        lmPreferencesDialog dialog(*m_session);
+        dialog.show();
+        QCheckBox *lines = m_grid->check;
+        const auto settle = [] { QCoreApplication::processEvents(); };
+        QCOMPARE(dialog.markOf(lines), int(lmPreferencesDialog::Unmarked));
+
+        lines->setChecked(true);
+        settle();
+        QCOMPARE(dialog.markOf(lines), int(lmPreferencesDialog::Pending));
+        QVERIFY(dialog.hasPendingEdits(m_grid->page()) && !dialog.hasPendingEdits(m_units->page()));
+        QVERIFY(dialog.itemOf(m_grid->page())->font(0).italic());
+        QVERIFY(!lines->font().bold());
+
+        dialog.applyChanges();
+        QCOMPARE(dialog.markOf(lines), int(lmPreferencesDialog::Modified));
+        QVERIFY(lines->font().bold() && !m_grid->combo->font().bold());
+        QVERIFY(dialog.isBold(m_grid->page()) && !dialog.hasPendingEdits(m_grid->page()));
+        QCOMPARE(dialog.keyInfo(lines), QStringLiteral("Key \"Grid grid\" (bool): default false, stored true"));
+
+        // Reset from the control's menu, then Cancel: the edit goes.
+        std::unique_ptr<QMenu> menu(dialog.contextMenuFor(lines));
+        QVERIFY(menu);
+        QCOMPARE(menu->actions().size(), 1);
+        QCOMPARE(menu->actions().first()->text(), QStringLiteral("Reset to Default (false)"));
+        m_grid->combo->setCurrentIndex(1); // another edit on the page stays
+        menu->actions().first()->trigger();
+        QVERIFY(!lines->isChecked());
+        QCOMPARE(m_grid->combo->currentIndex(), 1);
+        QCOMPARE(dialog.markOf(lines), int(lmPreferencesDialog::Modified | lmPreferencesDialog::Pending));
+        lmDialogAnswerer discard({lmDialogAnswerer::clickButton("Discard")});
+        dialog.reject();
+        QVERIFY(lines->isChecked());
+        QCOMPARE(m_grid->combo->currentIndex(), 0);
+        QCOMPARE(dialog.markOf(lines), int(lmPreferencesDialog::Modified));
+
+        // Again from the menu, then OK: the default is stored and pushed.
+        std::unique_ptr<QMenu>(dialog.contextMenuFor(lines))->actions().first()->trigger();
+        lmCallLog::clear();
+        dialog.accept();
+        QVERIFY(lmCallLog::lines().contains("Test::setLines(\"Grid\", false)"));
+        QCOMPARE(dialog.markOf(lines), int(lmPreferencesDialog::Unmarked));
+        QVERIFY(!lines->font().bold() && !dialog.isBold(m_grid->page()));
+        // A widget that holds no key has no menu of the dialog's.
+        QVERIFY(!dialog.contextMenuFor(m_grid->page()));
+    }
+
+    // A result lands on the setting: the tab that holds it, the frame
+    // opened, the control in sight and lit; keys and near misses are found.
+    void searchLandsOnTheSetting()
+    {
+        startHost();
+        auto *tabs = new QTabWidget;
+        tabs->addTab(new QLabel(QStringLiteral("Mesh LODs")), QStringLiteral("Import"));
+        auto *advanced = new QWidget;
+        auto *frame = new QLMCollapsibleFrame;
+        frame->setTitle(QStringLiteral("Stitching"));
+        auto *stitch = new QCheckBox(QStringLiteral("Stitch open edges"));
+        lmBindKeys(stitch, {QStringLiteral("Units stitching")});
+        (new QVBoxLayout(frame))->addWidget(stitch);
+        frame->setCollapsed(true);
+        (new QVBoxLayout(advanced))->addWidget(frame);
+        tabs->addTab(advanced, QStringLiteral("Advanced"));
+        m_units->page()->layout()->addWidget(tabs);
+        lmPreferencesDialog dialog(*m_session);
+        dialog.show();
+        dialog.showPage(m_grid->page());
+
+        // One letter less, and a key name.
+        QTest::keyClicks(dialog.searchField(), QStringLiteral("stich open"));
+        QVERIFY(dialog.results()->isVisible());
+        QCOMPARE(dialog.results()->item(0)->text(), QStringLiteral("Stitch open edges \u2014 FileIO / Units"));
+        QTest::keyClick(dialog.searchField(), Qt::Key_Down);
+        QCOMPARE(dialog.results()->currentRow(), 0);
+        QTest::keyClick(dialog.results(), Qt::Key_Return);
+        QCOMPARE(dialog.currentPage(), m_units->page());
+        QCOMPARE(tabs->currentIndex(), 1);
+        QVERIFY(!frame->isCollapsed());
+        QVERIFY(stitch->isVisibleTo(m_units->page()));
+        QCOMPARE(dialog.highlightedControl(), stitch);
+        QVERIFY(dialog.isVisible());
+
+        dialog.searchField()->setText(QStringLiteral("Camera fov"));
+        QVERIFY(dialog.results()->item(0)->toolTip() == QStringLiteral("Camera fov"));
+        // Esc clears the search; a second one closes the dialog, as nothing
+        // is pending.
+        QTest::keyClick(dialog.searchField(), Qt::Key_Escape);
+        QVERIFY(dialog.searchField()->text().isEmpty() && dialog.isVisible());
+        QVERIFY(!dialog.results()->isVisible());
+        QTest::keyClick(dialog.searchField(), Qt::Key_Escape);
+        QVERIFY(!dialog.isVisible());
+        QCOMPARE(dialog.result(), int(QDialog::Rejected));
+        QTest::qWait(250); // the field's clear-button animation runs out
+    }
+
+    // Size and last page come back in the next dialog.
+    void layoutIsRemembered()
+    {
+        startHost();
+        const QString state = m_dir->filePath("dialog.ini");
+        {
+            lmPreferencesDialog dialog(*m_session);
+            dialog.setStateFile(state);
+            dialog.show();
+            dialog.resize(1000, 700);
+            dialog.showPage(m_units->page());
+            dialog.accept();
+        }
+        lmPreferencesDialog again(*m_session);
+        again.setStateFile(state);
+        QCOMPARE(again.currentPage(), m_units->page());
+        QCOMPARE(again.size(), QSize(1000, 700));
     }
 };
 
