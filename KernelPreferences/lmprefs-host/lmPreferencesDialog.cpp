@@ -293,6 +293,7 @@ lmPreferencesDialog::lmPreferencesDialog(lmPreferencesSession &session, QWidget 
     m_pagesListener = lmPreferencesHost::addPagesListener([this] { rebuild(); });
 
     rebuild();
+    m_session.rememberPages();
     refreshMarkers();
     m_session.beginEditing();
 
@@ -395,6 +396,7 @@ void lmPreferencesDialog::bindControls(PageEntry &entry)
     const int slot = metaObject()->indexOfSlot("controlChanged()");
     for (QWidget *control : lmSettingControls::boundControls(entry.page.widget)) {
         entry.controls << control;
+        entry.labels.insert(control, lmSettingControls::labelWidgetOf(control));
         const QMetaObject *meta = control->metaObject();
         for (const char *signal : kChangeSignals) {
             const int index = meta->indexOfSignal(signal);
@@ -440,7 +442,7 @@ void lmPreferencesDialog::rebuild()
                 for (const QPointer<QWidget> &control : it->controls) {
                     if (!control || !(m_marks.value(control) & Pending) || !control->isVisibleTo(widget))
                         continue;
-                    QWidget *label = lmSettingControls::labelWidgetOf(control);
+                    QWidget *label = it->labels.value(control);
                     // A frame's title names it from afar: the bar stands by the control.
                     if (!label || label == widget || !label->isVisibleTo(widget) || label->isAncestorOf(control))
                         label = control;
@@ -776,7 +778,7 @@ void lmPreferencesDialog::paintMarks(const PageEntry &entry)
         // A label a person reads: bold while the value is not the default,
         // as the page is in the tree. Containers keep their font, which
         // their children would take on.
-        QWidget *label = lmSettingControls::labelWidgetOf(control);
+        QWidget *label = entry.labels.value(control);
         if (label && (qobject_cast<QLabel *>(label) || qobject_cast<QAbstractButton *>(label))
             && !qobject_cast<QGroupBox *>(label)) {
             if (!label->property("lmFormBold").isValid())
@@ -873,7 +875,7 @@ QMenu *lmPreferencesDialog::contextMenuFor(QWidget *widget)
     QWidget *control = nullptr;
     for (const QPointer<QWidget> &candidate : entry->controls)
         if (candidate && (candidate == widget || candidate->isAncestorOf(widget)
-                          || lmSettingControls::labelWidgetOf(candidate) == widget)) {
+                          || entry->labels.value(candidate) == widget)) {
             control = candidate;
             break;
         }
@@ -976,7 +978,7 @@ bool lmPreferencesDialog::eventFilter(QObject *watched, QEvent *event)
     // Tool tips: the control's own, then its key, default and stored value.
     for (const QPointer<QWidget> &control : entry->controls)
         if (control && (control == widget || control->isAncestorOf(widget)
-                        || lmSettingControls::labelWidgetOf(control) == widget)) {
+                        || entry->labels.value(control) == widget)) {
             const QString own = widget->toolTip();
             const QString info = keyInfo(control);
             QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
@@ -994,6 +996,7 @@ void lmPreferencesDialog::mark(const QString &what)
 bool lmPreferencesDialog::commit()
 {
     m_session.commit();
+    m_session.rememberPages();
     const bool saved = m_session.save() || saveAfterFailure();
     queueRefresh();
     refreshMarkers();
@@ -1081,6 +1084,7 @@ void lmPreferencesDialog::reject()
         return;
     mark(tr("Cancel"));
     m_session.cancel();
+    m_session.rememberPages();
     queueRefresh();
     refreshMarkers();
     QDialog::reject();

@@ -122,6 +122,7 @@ private:
         QTreeWidgetItem *item = nullptr;
         QWidget *overlay = nullptr;
         QList<QPointer<QWidget>> controls; // bound, reachable
+        QMap<const QWidget *, QPointer<QWidget>> labels; // of each control
     };
 
     void rebuild();

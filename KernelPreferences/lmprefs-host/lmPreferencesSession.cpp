@@ -168,6 +168,10 @@ void lmPreferencesSession::takeValues(const lmMessage &values, const std::vector
         const lmMessage &defaults = defaultsOf(category);
         if (std::any_of(keys.begin(), keys.end(), [&](const std::string &key) { return defaults.contains(key); })) {
             lmPreferencesHost::updateGUI(category);
+            // Not the user's edits: what the page now shows is where edits
+            // start from.
+            if (m_pageBaselines.count(category.object()))
+                m_pageBaselines[category.object()] = pageValues(category);
             // The running host has not seen them yet.
             m_pushInFull.insert(category.object());
             m_snapshotPushInFull.insert(category.object());
@@ -204,9 +208,9 @@ bool lmPreferencesSession::hasUncommittedChanges() const
     return false;
 }
 
-std::vector<std::string> lmPreferencesSession::pendingKeys(const Category &category)
+lmMessage lmPreferencesSession::pageValues(const Category &category)
 {
-    std::vector<std::string> pending;
+    lmMessage values;
     const lmMessage &defaults = defaultsOf(category);
     {
         const auto restore = qScopeGuard([this, wasLearning = m_learning] { m_learning = wasLearning; });
@@ -214,11 +218,29 @@ std::vector<std::string> lmPreferencesSession::pendingKeys(const Category &categ
         PageProbe store;
         lmPreferencesHost::storeGUI(category);
         for (const auto &entry : defaults.values())
-            if (!lmStoreDocument::sameValue(store.scratch.get(entry.first), store.real->get(entry.first)))
-                pending.push_back(entry.first);
+            values.set(entry.first, store.scratch.get(entry.first), true);
     }
     // Storing marks keys unchanged; those marks belong to the next accept.
     lmPreferencesHost::resetUnchanged(category);
+    return values;
+}
+
+void lmPreferencesSession::rememberPages()
+{
+    m_pageBaselines.clear();
+    for (const Category &category : lmPreferencesHost::categories())
+        m_pageBaselines[category.object()] = pageValues(category);
+}
+
+std::vector<std::string> lmPreferencesSession::pendingKeys(const Category &category)
+{
+    const lmMessage now = pageValues(category);
+    const auto baseline = m_pageBaselines.find(category.object());
+    const lmMessage &before = baseline != m_pageBaselines.end() ? baseline->second : lmPreferences::getData();
+    std::vector<std::string> pending;
+    for (const auto &entry : now.values())
+        if (!lmStoreDocument::sameValue(entry.second, before.get(entry.first)))
+            pending.push_back(entry.first);
     return pending;
 }
 

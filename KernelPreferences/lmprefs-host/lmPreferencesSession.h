@@ -60,8 +60,12 @@ public:
     // whose page holds no pending edit. Returns the keys taken.
     std::vector<std::string> takeOutsideChanges();
 
-    // Keys whose value on the page differs from the store's: what OK would
-    // write. Found by letting the category store its page into a copy.
+    // What each page shows now becomes what later edits are told from: when
+    // the dialog opens and after OK, Apply and Cancel.
+    void rememberPages();
+    // Keys whose value on the page differs from what it showed when last
+    // remembered (without that, from the store): the user's edits not yet
+    // applied. Found by letting the category store its page into a copy.
     std::vector<std::string> pendingKeys(const Category &category);
     // The key's default onto the page, as a pending edit: the store and the
     // page's other edits stay as they are, and Cancel undoes it.
@@ -108,6 +112,8 @@ public:
 
 private:
     void learn(const Category &category);
+    // The category's keys as its page would store them now.
+    lmMessage pageValues(const Category &category);
     // Values that arrived from the disk: into the store, the pages and the
     // next apply.
     void takeValues(const lmMessage &values, const std::vector<std::string> &keys);
@@ -119,6 +125,7 @@ private:
     // What the file held when this session last read or wrote it: a key
     // whose value differs from it is this session's change.
     lmMessage m_base;
+    std::map<const void *, lmMessage> m_pageBaselines;
     lmMessage m_snapshot;
     bool m_hasSnapshot = false;
     // Categories whose every key counts as changed at the next accept.

@@ -133,8 +133,9 @@ QWidget *labelWidgetOf(const QWidget *control)
     if (const auto *button = qobject_cast<const QAbstractButton *>(control))
         if (!button->text().isEmpty())
             return self;
-    if (const QWidget *window = control->window())
-        for (QLabel *label : window->findChildren<QLabel *>())
+    // Forms keep a buddy label beside its control, under the same parent.
+    if (const QWidget *parent = control->parentWidget())
+        for (QLabel *label : parent->findChildren<QLabel *>())
             if (label->buddy() == control)
                 return label;
     if (QLabel *label = neighbourLabel(control))
