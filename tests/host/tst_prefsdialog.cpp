@@ -162,6 +162,35 @@ private:
         lmCallLog::clear();
     }
 
+    // On the Units page, out of sight but within reach: a second tab that
+    // holds a collapsed frame with a bound check box; and a control hidden
+    // for good.
+    struct OutOfSight
+    {
+        QTabWidget *tabs;
+        QLMCollapsibleFrame *frame;
+        QCheckBox *stitch;
+    };
+    OutOfSight addOutOfSightControls()
+    {
+        auto *tabs = new QTabWidget;
+        tabs->addTab(new QLabel(QStringLiteral("Mesh LODs")), QStringLiteral("Import"));
+        auto *frame = new QLMCollapsibleFrame;
+        frame->setTitle(QStringLiteral("Chord Deviation"));
+        auto *stitch = new QCheckBox(QStringLiteral("Stitch open edges"));
+        lmBindKeys(stitch, {QStringLiteral("Units stitching tolerance")});
+        (new QVBoxLayout(frame))->addWidget(stitch);
+        frame->setCollapsed(true);
+        auto *advanced = new QWidget;
+        (new QVBoxLayout(advanced))->addWidget(frame);
+        tabs->addTab(advanced, QStringLiteral("Advanced"));
+        auto *legacy = new QCheckBox(QStringLiteral("Use legacy loader"));
+        legacy->hide();
+        m_units->page()->layout()->addWidget(tabs);
+        m_units->page()->layout()->addWidget(legacy);
+        return {tabs, frame, stitch};
+    }
+
     // The camera page with the stored field of view at 60, saved.
     void storeFov60(lmPreferencesDialog &dialog)
     {
@@ -352,7 +381,8 @@ private slots:
         QTest::newRow("tool tip") << "Units reference" << QStringList{"FileIO/Units"};
         QTest::newRow("combo item") << "METRES" << QStringList{"Grid", "FileIO/Units"};
         QTest::newRow("group title") << "fileio" << QStringList{"FileIO/Units"};
-        QTest::newRow("other tab") << "stitching tolerance" << QStringList{"FileIO/Units"};
+        QTest::newRow("key") << "grid units" << QStringList{"Grid"};
+        QTest::newRow("other tab, one letter less") << "stich open" << QStringList{"FileIO/Units"};
         QTest::newRow("collapsed frame") << "chord deviation" << QStringList{"FileIO/Units"};
         QTest::newRow("hidden by the edition") << "legacy loader" << QStringList{};
         QTest::newRow("cleared") << "" << QStringList{"Camera", "Grid", "FileIO/Units"};
@@ -363,18 +393,7 @@ private slots:
         QFETCH(QString, typed);
         QFETCH(QStringList, pages);
         startHost();
-        // Texts out of sight that a person can still reach, and one hidden
-        // for good.
-        auto *tabs = new QTabWidget;
-        tabs->addTab(new QLabel(QStringLiteral("Mesh LODs")), QStringLiteral("Import"));
-        tabs->addTab(new QLabel(QStringLiteral("Stitching Tolerance")), QStringLiteral("Advanced"));
-        auto *frame = new QLMCollapsibleFrame;
-        (new QVBoxLayout(frame))->addWidget(new QLabel(QStringLiteral("Chord Deviation")));
-        frame->setCollapsed(true);
-        auto *legacy = new QCheckBox(QStringLiteral("Use legacy loader"));
-        legacy->hide();
-        for (QWidget *widget : {static_cast<QWidget *>(tabs), static_cast<QWidget *>(frame), static_cast<QWidget *>(legacy)})
-            m_units->page()->layout()->addWidget(widget);
+        addOutOfSightControls();
         lmPreferencesDialog dialog(*m_session);
         dialog.show();
         QTest::keyClicks(dialog.searchField(), QStringLiteral("xyz"));
@@ -670,18 +689,7 @@ private slots:
     void searchLandsOnTheSetting()
     {
         startHost();
-        auto *tabs = new QTabWidget;
-        tabs->addTab(new QLabel(QStringLiteral("Mesh LODs")), QStringLiteral("Import"));
-        auto *advanced = new QWidget;
-        auto *frame = new QLMCollapsibleFrame;
-        frame->setTitle(QStringLiteral("Stitching"));
-        auto *stitch = new QCheckBox(QStringLiteral("Stitch open edges"));
-        lmBindKeys(stitch, {QStringLiteral("Units stitching")});
-        (new QVBoxLayout(frame))->addWidget(stitch);
-        frame->setCollapsed(true);
-        (new QVBoxLayout(advanced))->addWidget(frame);
-        tabs->addTab(advanced, QStringLiteral("Advanced"));
-        m_units->page()->layout()->addWidget(tabs);
+        const OutOfSight out = addOutOfSightControls();
         lmPreferencesDialog dialog(*m_session);
         dialog.show();
         dialog.showPage(m_grid->page());
@@ -694,10 +702,10 @@ private slots:
         QCOMPARE(dialog.results()->currentRow(), 0);
         QTest::keyClick(dialog.results(), Qt::Key_Return);
         QCOMPARE(dialog.currentPage(), m_units->page());
-        QCOMPARE(tabs->currentIndex(), 1);
-        QVERIFY(!frame->isCollapsed());
-        QVERIFY(stitch->isVisibleTo(m_units->page()));
-        QCOMPARE(dialog.highlightedControl(), stitch);
+        QCOMPARE(out.tabs->currentIndex(), 1);
+        QVERIFY(!out.frame->isCollapsed());
+        QVERIFY(out.stitch->isVisibleTo(m_units->page()));
+        QCOMPARE(dialog.highlightedControl(), out.stitch);
         QVERIFY(dialog.isVisible());
 
         dialog.searchField()->setText(QStringLiteral("Camera fov"));
