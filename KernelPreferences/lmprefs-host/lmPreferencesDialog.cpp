@@ -647,8 +647,6 @@ void lmPreferencesDialog::fillResults(const QString &needle)
     std::vector<Found> found;
     for (const QWidget *pageWidget : m_order) {
         const PageEntry &entry = m_entries[pageWidget];
-        if (!isKept(entry.item) && !entry.item->isHidden() && entry.item->data(0, kFilteredOutRole).toBool())
-            continue;
         const QString path = entry.page.page.isEmpty() ? entry.page.group
                                                        : entry.page.group + QStringLiteral(" / ") + entry.page.page;
         bool anyControl = false;
@@ -701,8 +699,6 @@ void lmPreferencesDialog::openResult(int row)
         return;
     lmSettingControls::reveal(control, page);
     // The page lays out what was just opened before it can scroll to it.
-    page->layout() ? page->layout()->activate() : false;
-    it->area->widget()->adjustSize();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     it->area->ensureWidgetVisible(control, 40, 40);
     m_highlighted = control;
