@@ -167,15 +167,13 @@ lmPreferencesDialog::lmPreferencesDialog(lmPreferencesSession &session, QWidget 
     m_tree->setHeaderHidden(true);
     m_tree->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_tree->setColumnCount(1);
-    auto *left = new QSplitter(Qt::Vertical);
-    auto *top = new QWidget;
-    auto *topLayout = new QVBoxLayout(top);
-    topLayout->setContentsMargins(0, 0, 0, 0);
-    topLayout->addWidget(m_search);
-    topLayout->addWidget(m_results, 1);
-    left->addWidget(top);
-    left->addWidget(m_tree);
-    left->setChildrenCollapsible(false);
+    // While searching, the results take the upper part above the tree.
+    auto *left = new QWidget;
+    auto *leftLayout = new QVBoxLayout(left);
+    leftLayout->setContentsMargins(0, 0, 0, 0);
+    leftLayout->addWidget(m_search);
+    leftLayout->addWidget(m_results, 3);
+    leftLayout->addWidget(m_tree, 2);
 
     m_title = new QLabel;
     QFont titleFont = m_title->font();
