@@ -12,6 +12,8 @@
 
 namespace {
 
+constexpr bool kSanitized = LM_TEST_SCALE > 1;
+
 struct Run
 {
     int status = -1;
@@ -105,15 +107,22 @@ private slots:
         QCOMPARE(help.status, 0);
         QVERIFY(help.out.contains("--diff-defaults"));
 
-        // Every page listed has its screenshot.
+        // Every page listed has its screenshot. Painting 32 pages is Qt's
+        // work, which a sanitizer build does not check: there the pages are
+        // only listed.
         const QString shots = m_dir.filePath("shots");
-        const Run full = host({"--list-pages", "--app-name", "Viewer", "--data-dir", m_dir.path(), "--language",
-                               "japanese", "--screenshots", shots});
+        QStringList arguments{"--list-pages", "--app-name", "Viewer", "--data-dir", m_dir.path(), "--language",
+                              "japanese"};
+        if (!kSanitized)
+            arguments << "--screenshots" << shots;
+        const Run full = host(arguments);
         QCOMPARE(full.status, 0);
         QVERIFY2(full.out.split('\n').contains("Camera"), qPrintable(full.out));
-        QCOMPARE(QDir(shots).entryList({"*.png"}).size(), full.out.split('\n', Qt::SkipEmptyParts).size());
-        const QImage camera(QDir(shots).filePath("Camera.png"));
-        QVERIFY(camera.width() >= 400 && camera.height() >= 300);
+        if (!kSanitized) {
+            QCOMPARE(QDir(shots).entryList({"*.png"}).size(), full.out.split('\n', Qt::SkipEmptyParts).size());
+            const QImage camera(QDir(shots).filePath("Camera.png"));
+            QVERIFY(camera.width() >= 400 && camera.height() >= 300);
+        }
         const Run restricted = host({"--list-pages", "--edition", "restricted"});
         QCOMPARE(restricted.status, 0);
         QVERIFY(!restricted.out.split('\n').contains("Camera"));
