@@ -473,7 +473,7 @@ private slots:
         lmPreferencesDialog dialog(*m_session);
         dialog.show();
         QVERIFY(QTest::qWaitForWindowExposed(&dialog, 5000 * LM_TEST_SCALE));
-        QTest::qWait(20);
+        QCoreApplication::processEvents(); // the deferred refresh
         QCOMPARE(answerer.count(), 1);
         QVERIFY(lmCallLog::lines().isEmpty());
         QCOMPARE(storeDocument(), before);
