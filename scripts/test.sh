@@ -47,7 +47,7 @@ fi
 
 if [[ $stage == all || $stage == fuzz ]]; then
     stage_start "fuzz build and runs"
-    CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DLM_FUZZ=ON -DLM_BENCHMARKS=OFF >/dev/null
+    CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DLM_FUZZ=ON >/dev/null
     cmake --build build-fuzz -j "$jobs" --target fuzz_storedocument fuzz_setvalue
     seconds=${LM_FUZZ_SECONDS:-60}
     for target in storedocument setvalue; do
@@ -64,7 +64,7 @@ fi
 
 if [[ $stage == all || $stage == sanitize ]]; then
     stage_start "sanitizer build"
-    BUILD_DIR=build-asan scripts/build.sh -DLM_SANITIZE=ON -DLM_BENCHMARKS=OFF
+    BUILD_DIR=build-asan scripts/build.sh -DLM_SANITIZE=ON
     stage_end "sanitizer build"
     stage_start "sanitizer tests"
     (cd build-asan && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j "$jobs") | tee "$summary"
