@@ -4,6 +4,6 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/setup.sh
-BUILD_DIR=build-release BUILD_TYPE=Release scripts/build.sh >/dev/null
+BUILD_DIR=build-release BUILD_TYPE=Release scripts/build.sh -DLM_BENCHMARKS=ON -DBUILD_TESTING=OFF >/dev/null
 echo "machine: $(nproc) cores, $(awk '/MemTotal/ {printf "%.0f GiB", $2/1048576}' /proc/meminfo), $(grep -m1 'model name' /proc/cpuinfo | cut -d: -f2 | sed 's/^ //')"
 exec build-release/bin/lmbench --benchmark_color=false "$@"

@@ -5,6 +5,7 @@ set -euo pipefail
 packages=(
     cmake ninja-build g++ binutils pkg-config
     qtbase5-dev qtbase5-dev-tools qttools5-dev-tools
+    qt6-base-dev qt6-base-dev-tools qt6-l10n-tools
     libboost-dev
     libbenchmark-dev clang libclang-rt-14-dev
     xvfb xauth

@@ -3,6 +3,7 @@
 #include "lmCallLog.h"
 #include "lmHostSettings.h"
 #include "lmKeyDescription.h"
+#include "lmModuleQtVersion.h"
 #include "lmPreferences.h"
 #include "lmPreferencesDialog.h"
 #include "lmPreferencesHost.h"
@@ -149,6 +150,11 @@ int lmHostApplication::loadPlugin(const QString &path, bool given)
 {
     if (!QFileInfo(path).isFile())
         return fail(given ? 2 : 1, QStringLiteral("no plug-in module at %1").arg(path));
+    // Two Qt major versions in one process crash it: refuse before loading.
+    const int moduleQt = lmModuleQtMajor(path);
+    if (moduleQt && moduleQt != QT_VERSION_MAJOR)
+        return fail(1, QStringLiteral("%1 is built against Qt %2, this host against Qt %3: not loading it")
+                           .arg(path).arg(moduleQt).arg(QT_VERSION_MAJOR));
     m_plugin.setFileName(path);
     if (!m_plugin.load())
         return fail(1, QStringLiteral("cannot load the plug-in: %1").arg(m_plugin.errorString()));

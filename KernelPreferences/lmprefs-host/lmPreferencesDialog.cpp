@@ -92,7 +92,7 @@ QStringList ownTexts(const QWidget *widget)
             texts << plainText(tabs->tabText(i)) << tabs->tabToolTip(i);
     // Group boxes and collapsible frames carry a title property.
     const QVariant title = widget->property("title");
-    if (title.type() == QVariant::String)
+    if (title.userType() == QMetaType::QString)
         texts << plainText(title.toString());
     texts.removeAll(QString());
     return texts;

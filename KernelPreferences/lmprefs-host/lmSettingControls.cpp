@@ -120,7 +120,7 @@ QLabel *neighbourLabel(const QWidget *control)
 QString titleOf(const QWidget *widget)
 {
     const QVariant title = widget->property("title");
-    return title.type() == QVariant::String ? plainText(title.toString()) : QString();
+    return title.userType() == QMetaType::QString ? plainText(title.toString()) : QString();
 }
 
 } // namespace

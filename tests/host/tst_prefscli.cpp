@@ -326,6 +326,20 @@ private slots:
         QVERIFY(lines.contains("| Camera | Field of View | Camera fov | float | 45 | 1 to 100 |"));
     }
 
+    // A module of the other Qt major version would crash the host once loaded.
+    void moduleOfTheOtherQtIsRefusedUnloaded()
+    {
+        const QString other = QStringLiteral(LM_OTHER_QT_PLUGIN_PATH);
+        if (!QFile::exists(other))
+            QSKIP("no module built against the other Qt major version (LM_OTHER_QT_PLUGIN)");
+        writeFile(store(), storeWithFov(50));
+        const Run refused = run({"--headless", "--plugin", other, "--preferences", store(), "--accept"}, environment());
+        QCOMPARE(refused.status, 1);
+        QCOMPARE(refused.messages().size(), 1);
+        QVERIFY2(refused.messages().first().contains(" is built against Qt "), qPrintable(refused.err));
+        QCOMPARE(fileBytes(store()), storeWithFov(50));
+    }
+
     void damagedFileIsReportedAndKept()
     {
         const QByteArray damaged = storeWithFov(50).left(60);

@@ -19,7 +19,7 @@ inline QStringList lmBoundKeys(const QObject *control)
     if (!control)
         return {};
     const QVariant value = control->property(kPreferenceKeyProperty);
-    QStringList keys = value.type() == QVariant::String ? QStringList{value.toString()} : value.toStringList();
+    QStringList keys = value.userType() == QMetaType::QString ? QStringList{value.toString()} : value.toStringList();
     keys.removeAll(QString());
     return keys;
 }

@@ -36,7 +36,7 @@ public:
         const QMetaProperty user = control->metaObject()->userProperty();
         const QVariant value = user.isValid() ? user.read(control) : QVariant();
         // Exact text: QVariant compares floating values fuzzily.
-        if (value.type() == QVariant::Double || int(value.type()) == int(QMetaType::Float))
+        if (value.userType() == QMetaType::Double || value.userType() == QMetaType::Float)
             return QString::number(value.toDouble(), 'g', 17);
         return value;
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../lmHostApi.h"
+#include "lmHostApi.h"
 
 #include <map>
 #include <string>
