@@ -61,7 +61,6 @@ lmMainWindowPreferencesGUII::lmMainWindowPreferencesGUII()
     bindings.bind(kDisableDocking, page()->_disableDocking);
     // The language is stored by hand: never marked unchanged, and a new
     // choice asks for a restart.
-    lmBindKeys(page()->_user_language_options, {kUserLanguage.name});
 
     addPreferencesGUI(page());
 }
