@@ -121,16 +121,14 @@ QLibrary &loadedPlugin()
     return library;
 }
 
+// One typed write and one typed read of value under key.
 template <class T>
-bool rewriteAs(lmMessage &store, const std::string &key, const boost::any &value)
+void rewrite(lmMessage &store, const std::string &key, const T &value)
 {
-    if (!lmHoldsType(value, typeid(T)))
-        return false;
-    const T copy = *boost::unsafe_any_cast<T>(&value);
+    const T copy = value;
     T out{};
     benchmark::DoNotOptimize(setToMessage(store, key, copy, true));
     benchmark::DoNotOptimize(getFromMessage(store, key, out));
-    return true;
 }
 
 void BM_AcceptFloor(benchmark::State &state)
@@ -140,16 +138,7 @@ void BM_AcceptFloor(benchmark::State &state)
     const std::map<std::string, boost::any> values = store.values();
     for (auto _ : state)
         for (const auto &entry : values)
-            rewriteAs<int>(store, entry.first, entry.second) || rewriteAs<unsigned int>(store, entry.first, entry.second)
-                || rewriteAs<float>(store, entry.first, entry.second)
-                || rewriteAs<double>(store, entry.first, entry.second)
-                || rewriteAs<bool>(store, entry.first, entry.second)
-                || rewriteAs<std::string>(store, entry.first, entry.second)
-                || rewriteAs<QString>(store, entry.first, entry.second)
-                || rewriteAs<osg::Color3f>(store, entry.first, entry.second)
-                || rewriteAs<std::vector<float>>(store, entry.first, entry.second)
-                || rewriteAs<std::vector<osg::Color3f>>(store, entry.first, entry.second)
-                || rewriteAs<std::vector<std::string>>(store, entry.first, entry.second);
+            lmVisitValue(entry.second, [&](const auto &value) { rewrite(store, entry.first, value); });
     state.counters["keys"] = double(values.size());
 }
 

@@ -66,29 +66,15 @@ lmWebInterface *lmController::getWebInterface() { return lmHostProcess::webInter
 
 namespace {
 
-// A value of the store in call-log text; a type the store does not allow is "?".
-template <class T>
-bool valueText(const boost::any &value, std::string &text)
-{
-    if (!lmHoldsType(value, typeid(T)))
-        return false;
-    text = lmLogText(*boost::unsafe_any_cast<T>(&value));
-    return true;
-}
-
 std::string messageText(const lmMessage &message)
 {
     std::string text = "{";
     for (const auto &entry : message.values()) {
         if (text.size() > 1)
             text += ", ";
+        // A type the store does not allow is "?".
         std::string value = "?";
-        const boost::any &held = entry.second;
-        valueText<int>(held, value) || valueText<unsigned int>(held, value) || valueText<float>(held, value)
-            || valueText<double>(held, value) || valueText<bool>(held, value) || valueText<std::string>(held, value)
-            || valueText<QString>(held, value) || valueText<osg::Color3f>(held, value)
-            || valueText<std::vector<float>>(held, value) || valueText<std::vector<osg::Color3f>>(held, value)
-            || valueText<std::vector<std::string>>(held, value);
+        lmVisitValue(entry.second, [&value](const auto &held) { value = lmLogText(held); });
         text += entry.first + "=" + value;
     }
     return text + "}";

@@ -354,48 +354,49 @@ float floatFromJsonNumber(double number)
     return nearest;
 }
 
+// The store file's name of each value type.
+template <class T>
+const char *typeNameOf()
+{
+    if constexpr (std::is_same<T, int>::value) return "int";
+    else if constexpr (std::is_same<T, unsigned int>::value) return "uint";
+    else if constexpr (std::is_same<T, float>::value) return "float";
+    else if constexpr (std::is_same<T, double>::value) return "double";
+    else if constexpr (std::is_same<T, bool>::value) return "bool";
+    else if constexpr (std::is_same<T, std::string>::value) return "string";
+    else if constexpr (std::is_same<T, QString>::value) return "qstring";
+    else if constexpr (std::is_same<T, osg::Color3f>::value) return "color";
+    else if constexpr (std::is_same<T, Floats>::value) return "floats";
+    else if constexpr (std::is_same<T, Colors>::value) return "colors";
+    else return "strings";
+}
+
 QString typeName(const boost::any &value)
 {
-    if (held<int>(value)) return QStringLiteral("int");
-    if (held<unsigned int>(value)) return QStringLiteral("uint");
-    if (held<float>(value)) return QStringLiteral("float");
-    if (held<double>(value)) return QStringLiteral("double");
-    if (held<bool>(value)) return QStringLiteral("bool");
-    if (held<std::string>(value)) return QStringLiteral("string");
-    if (held<QString>(value)) return QStringLiteral("qstring");
-    if (held<osg::Color3f>(value)) return QStringLiteral("color");
-    if (held<Floats>(value)) return QStringLiteral("floats");
-    if (held<Colors>(value)) return QStringLiteral("colors");
-    if (held<Strings>(value)) return QStringLiteral("strings");
-    return QString();
+    QString name;
+    lmVisitValue(value, [&name](const auto &v) { name = QLatin1String(typeNameOf<std::decay_t<decltype(v)>>()); });
+    return name;
 }
+
+void appendValue(std::string &out, int v) { out += std::to_string(v); }
+void appendValue(std::string &out, unsigned int v) { out += std::to_string(v); }
+void appendValue(std::string &out, float v) { appendFloating(out, v); }
+void appendValue(std::string &out, double v) { appendFloating(out, v); }
+void appendValue(std::string &out, bool v) { out += v ? "true" : "false"; }
+void appendValue(std::string &out, const std::string &v) { appendString(out, v); }
+void appendValue(std::string &out, const QString &v) { appendQString(out, v); }
+void appendValue(std::string &out, const osg::Color3f &v) { appendColor(out, v); }
+void appendValue(std::string &out, const Floats &v)
+{
+    appendList(out, v, [](std::string &o, float f) { appendFloating(o, f); });
+}
+void appendValue(std::string &out, const Colors &v) { appendList(out, v, appendColor); }
+void appendValue(std::string &out, const Strings &v) { appendList(out, v, appendString); }
 
 std::string valueJson(const boost::any &value)
 {
     std::string out;
-    if (const auto *v = held<int>(value))
-        out = std::to_string(*v);
-    else if (const auto *v = held<unsigned int>(value))
-        out = std::to_string(*v);
-    else if (const auto *v = held<float>(value))
-        appendFloating(out, *v);
-    else if (const auto *v = held<double>(value))
-        appendFloating(out, *v);
-    else if (const auto *v = held<bool>(value))
-        out = *v ? "true" : "false";
-    else if (const auto *v = held<std::string>(value))
-        appendString(out, *v);
-    else if (const auto *v = held<QString>(value))
-        appendQString(out, *v);
-    else if (const auto *v = held<osg::Color3f>(value))
-        appendColor(out, *v);
-    else if (const auto *v = held<Floats>(value))
-        appendList(out, *v, [](std::string &o, float f) { appendFloating(o, f); });
-    else if (const auto *v = held<Colors>(value))
-        appendList(out, *v, appendColor);
-    else if (const auto *v = held<Strings>(value))
-        appendList(out, *v, appendString);
-    else
+    if (!lmVisitValue(value, [&out](const auto &v) { appendValue(out, v); }))
         out = "null";
     return out;
 }
@@ -554,6 +555,18 @@ bool sameList(const std::vector<T> &a, const std::vector<T> &b, Same same)
     return true;
 }
 
+// Floating values are the same when their bits are; other values when equal.
+bool sameHeld(float a, float b) { return sameFloating(a, b); }
+bool sameHeld(double a, double b) { return sameFloating(a, b); }
+bool sameHeld(const osg::Color3f &a, const osg::Color3f &b) { return sameColor(a, b); }
+bool sameHeld(const Floats &a, const Floats &b) { return sameList(a, b, sameFloating<float>); }
+bool sameHeld(const Colors &a, const Colors &b) { return sameList(a, b, sameColor); }
+template <class T>
+bool sameHeld(const T &a, const T &b)
+{
+    return a == b;
+}
+
 } // namespace
 
 bool sameValue(const boost::any &a, const boost::any &b)
@@ -562,29 +575,9 @@ bool sameValue(const boost::any &a, const boost::any &b)
         return a.empty() && b.empty();
     if (std::strcmp(a.type().name(), b.type().name()) != 0)
         return false;
-    if (const auto *v = held<float>(a))
-        return sameFloating(*v, *held<float>(b));
-    if (const auto *v = held<double>(a))
-        return sameFloating(*v, *held<double>(b));
-    if (const auto *v = held<osg::Color3f>(a))
-        return sameColor(*v, *held<osg::Color3f>(b));
-    if (const auto *v = held<Floats>(a))
-        return sameList(*v, *held<Floats>(b), sameFloating<float>);
-    if (const auto *v = held<Colors>(a))
-        return sameList(*v, *held<Colors>(b), sameColor);
-    if (const auto *v = held<int>(a))
-        return *v == *held<int>(b);
-    if (const auto *v = held<unsigned int>(a))
-        return *v == *held<unsigned int>(b);
-    if (const auto *v = held<bool>(a))
-        return *v == *held<bool>(b);
-    if (const auto *v = held<std::string>(a))
-        return *v == *held<std::string>(b);
-    if (const auto *v = held<QString>(a))
-        return *v == *held<QString>(b);
-    if (const auto *v = held<Strings>(a))
-        return *v == *held<Strings>(b);
-    return false;
+    bool same = false;
+    lmVisitValue(a, [&b, &same](const auto &v) { same = sameHeld(v, *held<std::decay_t<decltype(v)>>(b)); });
+    return same;
 }
 
 } // namespace lmStoreDocument

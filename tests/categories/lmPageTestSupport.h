@@ -53,20 +53,19 @@ inline QStringList storeDump()
     for (const auto &entry : lmPreferences::getData().values()) {
         const boost::any &value = entry.second;
         std::string text = std::string("other ") + value.type().name();
-        if (lmHoldsType(value, typeid(bool)))
-            text = "bool " + lmLogText(boost::any_cast<bool>(value));
-        else if (lmHoldsType(value, typeid(int)))
-            text = "int " + lmLogText(boost::any_cast<int>(value));
-        else if (lmHoldsType(value, typeid(unsigned int)))
-            text = "uint " + lmLogText(boost::any_cast<unsigned int>(value));
-        else if (lmHoldsType(value, typeid(float)))
-            text = "float " + lmLogText(boost::any_cast<float>(value));
-        else if (lmHoldsType(value, typeid(double)))
-            text = "double " + lmLogText(boost::any_cast<double>(value));
-        else if (lmHoldsType(value, typeid(std::string)))
-            text = "string " + lmLogText(boost::any_cast<std::string>(value));
-        else if (lmHoldsType(value, typeid(QString)))
-            text = "qstring " + lmLogText(boost::any_cast<QString>(value));
+        lmVisitValue(value, [&text](const auto &held) {
+            using T = std::decay_t<decltype(held)>;
+            const char *name = std::is_same<T, bool>::value           ? "bool "
+                               : std::is_same<T, int>::value          ? "int "
+                               : std::is_same<T, unsigned int>::value ? "uint "
+                               : std::is_same<T, float>::value        ? "float "
+                               : std::is_same<T, double>::value       ? "double "
+                               : std::is_same<T, std::string>::value  ? "string "
+                               : std::is_same<T, QString>::value      ? "qstring "
+                                                                      : nullptr;
+            if (name)
+                text = name + lmLogText(held);
+        });
         lines << QString::fromStdString(entry.first + " = " + text);
     }
     return lines;

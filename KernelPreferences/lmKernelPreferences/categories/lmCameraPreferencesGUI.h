@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lmPreferences.h"
+#include "lmPreferencesPage.h"
 #include "ui_lmCameraPreferencesGUI.h"
 
 #include <QObject>
@@ -13,21 +13,14 @@ public:
 };
 
 // Field of view, stereo and powerwall geometry of the render view.
-class lmCameraPreferencesGUII : public QObject, public lmPreferences
+class lmCameraPreferencesGUII : public QObject, public lmPreferencesPage<lmCameraPreferencesGUIW>
 {
     Q_OBJECT
 
 public:
     lmCameraPreferencesGUII();
-    ~lmCameraPreferencesGUII() override;
 
-    void setDefault(lmMessage &hostData, bool overwrite) override;
     void apply() override;
     void updateGUI() override;
     void storeGUI() override;
-
-    lmCameraPreferencesGUIW *page() const { return m_page; }
-
-private:
-    lmCameraPreferencesGUIW *m_page;
 };

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "lmLoadedValues.h"
-#include "lmPreferences.h"
+#include "lmPreferencesPage.h"
 #include "ui_lmDevicesPreferencesGUI.h"
 
 #include <QObject>
@@ -15,22 +14,15 @@ public:
 
 // Space mouse and joystick navigation. Every apply pushes every readable key:
 // the driver and the devices may have come and gone since the last one.
-class lmDevicesPreferencesGUII : public QObject, public lmPreferences
+class lmDevicesPreferencesGUII : public QObject, public lmPreferencesPage<lmDevicesPreferencesGUIW>
 {
     Q_OBJECT
 
 public:
     lmDevicesPreferencesGUII();
-    ~lmDevicesPreferencesGUII() override;
 
-    void setDefault(lmMessage &hostData, bool overwrite) override;
     void apply() override;
     void updateGUI() override;
     void storeGUI() override;
 
-    lmDevicesPreferencesGUIW *page() const { return m_page; }
-
-private:
-    lmDevicesPreferencesGUIW *m_page;
-    lmLoadedValues m_loaded;
 };

@@ -1,17 +1,16 @@
 #include "lmHelpPreferencesGUI.h"
 
 #include "lmController.h"
-#include "lmKeyTable.h"
-#include "lmMessageHelpers.h"
 #include "lmPlatform.h"
 
 #include <QFileDialog>
 
 namespace {
 
-const char *const kLocation = "Help Location";
-const char *const kPath = "Help Path";
-const char *const kPopup = "Help Popup";
+const lmTypedKey<int> kLocation{"Help Location", 0};
+// The default depends on the host's data directory; the table computes it.
+const lmTypedKey<QString> kPath{"Help Path", QString()};
+const lmTypedKey<int> kPopup{"Help Popup", 0};
 
 // The installed help lies in the data directory. The separators of the
 // default are backslashes, as the help installer has always written them.
@@ -21,9 +20,9 @@ QString defaultHelpPath()
 }
 
 const lmKeyTable kKeys{
-    lmKey<int>(kLocation, 0),
+    kLocation,
     lmKeyComputed<QString>(kPath, defaultHelpPath),
-    lmKey<int>(kPopup, 0),
+    kPopup,
 };
 
 enum Location { KnowledgeNetwork = 0, InstalledHelp = 1 };
@@ -32,32 +31,25 @@ enum Popup { Toolclips = 0, SimpleToolclips = 1 };
 } // namespace
 
 lmHelpPreferencesGUII::lmHelpPreferencesGUII()
-    : QObject(nullptr), lmPreferences(tr("Help"), QString()), m_page(new lmHelpPreferencesGUIW)
+    : QObject(nullptr), lmPreferencesPage(this, tr("Help"), QString(), kKeys)
 {
-    connect(m_page->_helpLocationComboBox, qOverload<int>(&QComboBox::currentIndexChanged), this,
+    // The location first: choosing it shows or hides the path.
+    bindings.bind(kLocation, page()->_helpLocationComboBox, lmIfNoItem::Clear);
+    bindings.bind(kPath, page()->_help_path);
+    bindings.bind(kPopup, page()->_helpPopupComboBox, lmIfNoItem::Clear);
+
+    connect(page()->_helpLocationComboBox, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &lmHelpPreferencesGUII::indexChangedLocation);
-    connect(m_page->_help_path_button, &QToolButton::clicked, this, &lmHelpPreferencesGUII::clickedGetHelpPath);
-    connect(m_page->_helpPopupComboBox, qOverload<int>(&QComboBox::currentIndexChanged), this,
+    connect(page()->_help_path_button, &QToolButton::clicked, this, &lmHelpPreferencesGUII::clickedGetHelpPath);
+    connect(page()->_helpPopupComboBox, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &lmHelpPreferencesGUII::indexChangedPopup);
 
     const QSize buttonSize = lmPlatform::getIconSize(lmPlatform::MediumIcon) + QSize(2, 2);
-    m_page->_help_path_button->setMinimumSize(buttonSize);
-    m_page->_help_path_button->setMaximumSize(buttonSize);
-    indexChangedLocation(m_page->_helpLocationComboBox->currentIndex());
+    page()->_help_path_button->setMinimumSize(buttonSize);
+    page()->_help_path_button->setMaximumSize(buttonSize);
+    indexChangedLocation(page()->_helpLocationComboBox->currentIndex());
 
-    addPreferencesGUI(m_page);
-}
-
-lmHelpPreferencesGUII::~lmHelpPreferencesGUII()
-{
-    kKeys.removeFrom(getData());
-    subPreferencesGUI(m_page);
-    delete m_page;
-}
-
-void lmHelpPreferencesGUII::setDefault(lmMessage &, bool overwrite)
-{
-    kKeys.writeDefaults(getData(), overwrite);
+    addPreferencesGUI(page());
 }
 
 void lmHelpPreferencesGUII::apply()
@@ -68,14 +60,14 @@ void lmHelpPreferencesGUII::apply()
     // page; reading them here only reports a mistyped key early.
     int location = 0;
     if (isChanged(kLocation))
-        getFromMessage(store, kLocation, location);
+        kLocation.read(store, location);
     QString path;
     if (isChanged(kPath))
-        getFromMessage(store, kPath, path);
+        kPath.read(store, path);
 
     if (isChanged(kPopup)) {
         int popup = Toolclips;
-        getFromMessage(store, kPopup, popup);
+        kPopup.read(store, popup);
         lmMessage message;
         message.set("useSimpleToolclips", boost::any(popup == SimpleToolclips), true);
         lmController::call("updateToolclip", message, 0);
@@ -84,41 +76,19 @@ void lmHelpPreferencesGUII::apply()
 
 void lmHelpPreferencesGUII::updateGUI()
 {
-    const lmMessage &store = getData();
-    m_loaded.clear();
-    int index = 0;
-    if (getFromMessage(store, kLocation, index)) {
-        m_page->_helpLocationComboBox->setCurrentIndex(index);
-        m_loaded.loaded(kLocation, m_page->_helpLocationComboBox, index);
-    }
-    QString path;
-    if (getFromMessage(store, kPath, path))
-        m_page->_help_path->setText(path);
-    if (getFromMessage(store, kPopup, index)) {
-        m_page->_helpPopupComboBox->setCurrentIndex(index);
-        m_loaded.loaded(kPopup, m_page->_helpPopupComboBox, index);
-    }
+    loadBound();
 }
 
 void lmHelpPreferencesGUII::storeGUI()
 {
-    lmMessage &store = getData();
-    const int location =
-        m_loaded.value(kLocation, m_page->_helpLocationComboBox, m_page->_helpLocationComboBox->currentIndex());
-    if (!setToMessage(store, kLocation, location, true))
-        addUnchanged(kLocation);
-    if (!setToMessage(store, kPath, m_page->_help_path->text(), true))
-        addUnchanged(kPath);
-    const int popup = m_loaded.value(kPopup, m_page->_helpPopupComboBox, m_page->_helpPopupComboBox->currentIndex());
-    if (!setToMessage(store, kPopup, popup, true))
-        addUnchanged(kPopup);
+    storeBound();
 }
 
 void lmHelpPreferencesGUII::indexChangedLocation(int index)
 {
     const bool installed = index != KnowledgeNetwork;
-    m_page->_help_path->setVisible(installed);
-    m_page->_help_path_button->setVisible(installed);
+    page()->_help_path->setVisible(installed);
+    page()->_help_path_button->setVisible(installed);
 }
 
 void lmHelpPreferencesGUII::clickedGetHelpPath()
@@ -126,7 +96,7 @@ void lmHelpPreferencesGUII::clickedGetHelpPath()
     const QString dir = QFileDialog::getExistingDirectory(nullptr, tr("Help Path"), lmPlatform::getDataDir(),
                                                           QFileDialog::ShowDirsOnly);
     if (!dir.isEmpty())
-        m_page->_help_path->setText(QStringLiteral("file:///") + dir);
+        page()->_help_path->setText(QStringLiteral("file:///") + dir);
 }
 
 void lmHelpPreferencesGUII::indexChangedPopup(int)

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "lmLoadedValues.h"
-#include "lmPreferences.h"
+#include "lmPreferencesPage.h"
 #include "ui_lmHelpPreferencesGUI.h"
 
 #include <QObject>
@@ -15,27 +14,20 @@ public:
 
 // Where the help comes from and which tool-tip popups the host shows. Only the
 // popup kind reaches the running host; the help source is read where needed.
-class lmHelpPreferencesGUII : public QObject, public lmPreferences
+class lmHelpPreferencesGUII : public QObject, public lmPreferencesPage<lmHelpPreferencesGUIW>
 {
     Q_OBJECT
 
 public:
     lmHelpPreferencesGUII();
-    ~lmHelpPreferencesGUII() override;
 
-    void setDefault(lmMessage &hostData, bool overwrite) override;
     void apply() override;
     void updateGUI() override;
     void storeGUI() override;
-
-    lmHelpPreferencesGUIW *page() const { return m_page; }
 
 private slots:
     void indexChangedLocation(int index);
     void clickedGetHelpPath();
     void indexChangedPopup(int index);
 
-private:
-    lmHelpPreferencesGUIW *m_page;
-    lmLoadedValues m_loaded;
 };

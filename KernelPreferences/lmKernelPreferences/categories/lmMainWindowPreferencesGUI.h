@@ -1,7 +1,6 @@
 #pragma once
 
-#include "lmLoadedValues.h"
-#include "lmPreferences.h"
+#include "lmPreferencesPage.h"
 #include "ui_lmMainWindowPreferencesGUI.h"
 
 #include <QObject>
@@ -15,24 +14,19 @@ public:
 
 // The main application window: docking, opacity, tool button texts, the
 // frame-rate display, the renderer log and the user-interface language.
-class lmMainWindowPreferencesGUII : public QObject, public lmPreferences
+class lmMainWindowPreferencesGUII : public QObject, public lmPreferencesPage<lmMainWindowPreferencesGUIW>
 {
     Q_OBJECT
 
 public:
     lmMainWindowPreferencesGUII();
-    ~lmMainWindowPreferencesGUII() override;
 
     void setDefault(lmMessage &hostData, bool overwrite) override;
     void apply() override;
     void updateGUI() override;
     void storeGUI() override;
 
-    lmMainWindowPreferencesGUIW *page() const { return m_page; }
-
 private:
     void showRestartNotice();
 
-    lmMainWindowPreferencesGUIW *m_page;
-    lmLoadedValues m_loaded;
 };

@@ -1,8 +1,6 @@
 #include "lmMarkerPreferencesGUI.h"
 
 #include "lmController.h"
-#include "lmKeyTable.h"
-#include "lmMessageHelpers.h"
 #include "lmOSGWidget.h"
 #include "lmScenegraph.h"
 #include "OpenSG/OSGSelection.h"
@@ -11,27 +9,28 @@
 
 namespace {
 
-const char *const kMarkerSize = "Marker size";
-const char *const kLODSelection = "LOD selection";
-const char *const kAutoScroll = "Selection auto scroll";
-const char *const kTransparentSelection = "Transparent Object Selection";
-const char *const kPreselectionEnabled = "Selection preselection enabled";
-const char *const kPreselectionColor = "Selection preselection color";
+const lmTypedKey<float> kMarkerSize{"Marker size", 1.0f};
+// The essentials edition's default is off; the table asks the edition.
+const lmTypedKey<bool> kLODSelection{"LOD selection", true};
+const lmTypedKey<bool> kAutoScroll{"Selection auto scroll", true};
+const lmTypedKey<bool> kTransparentSelection{"Transparent Object Selection", false};
+const lmTypedKey<bool> kPreselectionEnabled{"Selection preselection enabled", true};
+const lmTypedKey<osg::Color3f> kPreselectionColor{"Selection preselection color", osg::Color3f(0.1f, 0.3f, 0.9f)};
 // Shared with the render options; change-tracked so they are not re-pushed.
-const char *const kWireframeSelection = "RenderOptions wireframe selection";
-const char *const kSelectionInFront = "RenderOptions selection in front";
-const char *const kSelectionColor = "RenderOptions selection color";
+const lmTypedKey<bool> kWireframeSelection{"RenderOptions wireframe selection", false};
+const lmTypedKey<bool> kSelectionInFront{"RenderOptions selection in front", false};
+const lmTypedKey<osg::Color3f> kSelectionColor{"RenderOptions selection color", osg::Color3f(0.956f, 0.521f, 0.086f)};
 
 const lmKeyTable kKeys{
-    lmKey<float>(kMarkerSize, 1.0f),
+    kMarkerSize,
     lmKeyComputed<bool>(kLODSelection, [] { return !lmController::isEssentialsEdition(); }),
-    lmKey<bool>(kAutoScroll, true),
-    lmKey<bool>(kTransparentSelection, false),
-    lmKey<bool>(kPreselectionEnabled, true),
-    lmKey<osg::Color3f>(kPreselectionColor, osg::Color3f(0.1f, 0.3f, 0.9f)),
-    lmKey<bool>(kWireframeSelection, false),
-    lmKey<bool>(kSelectionInFront, false),
-    lmKey<osg::Color3f>(kSelectionColor, osg::Color3f(0.956f, 0.521f, 0.086f)),
+    kAutoScroll,
+    kTransparentSelection,
+    kPreselectionEnabled,
+    kPreselectionColor,
+    kWireframeSelection,
+    kSelectionInFront,
+    kSelectionColor,
 };
 
 osg::Color3f colorOf(const QLMColorManipulator *picker)
@@ -49,31 +48,32 @@ void showColor(QLMColorManipulator *picker, const osg::Color3f &color)
 } // namespace
 
 lmMarkerPreferencesGUII::lmMarkerPreferencesGUII()
-    : QObject(nullptr), lmPreferences(tr("Selection"), QString()), m_page(new lmMarkerPreferencesGUIW)
+    : QObject(nullptr), lmPreferencesPage(this, tr("Selection"), QString(), kKeys)
 {
-    m_page->_marker_size->setValidator(new QDoubleValidator(m_page->_marker_size));
+    page()->_marker_size->setValidator(new QDoubleValidator(page()->_marker_size));
 
-    addPreferencesGUI(m_page);
+    // Re-pushed on every apply anyway: plain writes.
+    bindings.writeFromHere(lmPageBindings::Plain);
+    bindings.bind(kMarkerSize, page()->_marker_size);
+    bindings.bind(kLODSelection, page()->_lod_selection);
+    bindings.bind(kAutoScroll, page()->_auto_scroll);
+    bindings.bind(kTransparentSelection, page()->_transparent_object_selection);
+    bindings.bind(kPreselectionEnabled, page()->_preselection_enabled);
+    bindings.bind(kPreselectionColor, page()->_preselection_color, showColor, colorOf);
+    bindings.writeFromHere(lmPageBindings::Tracked);
+    bindings.bind(kWireframeSelection, page()->_wireframe_selection);
+    bindings.bind(kSelectionInFront, page()->_selection_in_front);
+    bindings.bind(kSelectionColor, page()->_scolor, showColor, colorOf);
+
+    addPreferencesGUI(page());
 
     if (lmController::isEssentialsEdition()) {
-        m_page->_lod_selection->hide();
-        m_page->_selection_in_front->hide();
+        page()->_lod_selection->hide();
+        page()->_selection_in_front->hide();
     }
 
-    connect(m_page->_scolor, &QLMColorManipulator::colorChanged, this,
+    connect(page()->_scolor, &QLMColorManipulator::colorChanged, this,
             &lmMarkerPreferencesGUII::changedSelectionColor);
-}
-
-lmMarkerPreferencesGUII::~lmMarkerPreferencesGUII()
-{
-    kKeys.removeFrom(getData());
-    subPreferencesGUI(m_page);
-    delete m_page;
-}
-
-void lmMarkerPreferencesGUII::setDefault(lmMessage &, bool overwrite)
-{
-    kKeys.writeDefaults(getData(), overwrite);
 }
 
 void lmMarkerPreferencesGUII::apply()
@@ -84,81 +84,43 @@ void lmMarkerPreferencesGUII::apply()
     osg::Color3f color;
 
     // Pushed whenever readable.
-    if (getFromMessage(store, kMarkerSize, size))
+    if (kMarkerSize.read(store, size))
         lmScenegraph::setMarkerSize(size);
-    if (getFromMessage(store, kLODSelection, flag))
+    if (kLODSelection.read(store, flag))
         lmScenegraph::setLODSelection(flag);
-    if (getFromMessage(store, kAutoScroll, flag))
+    if (kAutoScroll.read(store, flag))
         lmScenegraph::setAutoScroll(flag);
-    if (getFromMessage(store, kTransparentSelection, flag))
+    if (kTransparentSelection.read(store, flag))
         osg::Selection::setForceTransparentObjectSelection(flag);
-    if (getFromMessage(store, kPreselectionEnabled, flag))
+    if (kPreselectionEnabled.read(store, flag))
         lmScenegraph::setPreselectionEnabled(flag);
-    if (getFromMessage(store, kPreselectionColor, color))
+    if (kPreselectionColor.read(store, color))
         lmScenegraph::setPreselectionColor(color);
 
     // Pushed only when changed.
-    if (isChanged(kWireframeSelection) && getFromMessage(store, kWireframeSelection, flag))
+    if (isChanged(kWireframeSelection) && kWireframeSelection.read(store, flag))
         lmOSGWidget::setWireframeSelection(flag);
-    if (isChanged(kSelectionInFront) && getFromMessage(store, kSelectionInFront, flag)) {
+    if (isChanged(kSelectionInFront) && kSelectionInFront.read(store, flag)) {
         lmScenegraph::setWireframeOverride(flag);
         lmOSGWidget::setWireframeAlwaysInFront(flag);
     }
-    if (isChanged(kSelectionColor) && getFromMessage(store, kSelectionColor, color))
+    if (isChanged(kSelectionColor) && kSelectionColor.read(store, color))
         lmScenegraph::setSelectionColor(color);
 }
 
 void lmMarkerPreferencesGUII::updateGUI()
 {
-    const lmMessage &store = getData();
-    bool flag = false;
-    float size = 0.0f;
-    osg::Color3f color;
-
-    if (getFromMessage(store, kMarkerSize, size))
-        m_page->_marker_size->setText(QString::number(size, 'g', 6));
-    if (getFromMessage(store, kLODSelection, flag))
-        m_page->_lod_selection->setChecked(flag);
-    if (getFromMessage(store, kAutoScroll, flag))
-        m_page->_auto_scroll->setChecked(flag);
-    if (getFromMessage(store, kTransparentSelection, flag))
-        m_page->_transparent_object_selection->setChecked(flag);
-    if (getFromMessage(store, kPreselectionEnabled, flag))
-        m_page->_preselection_enabled->setChecked(flag);
-    if (getFromMessage(store, kPreselectionColor, color))
-        showColor(m_page->_preselection_color, color);
-    if (getFromMessage(store, kWireframeSelection, flag))
-        m_page->_wireframe_selection->setChecked(flag);
-    if (getFromMessage(store, kSelectionInFront, flag))
-        m_page->_selection_in_front->setChecked(flag);
-    if (getFromMessage(store, kSelectionColor, color))
-        showColor(m_page->_scolor, color);
+    loadBound();
 }
 
 void lmMarkerPreferencesGUII::storeGUI()
 {
-    lmMessage &store = getData();
-
-    // Re-pushed on every apply anyway: plain writes. Text that is no number
-    // (an empty field) stores 0.
-    store.set(kMarkerSize, m_page->_marker_size->text().toFloat(), true);
-    store.set(kLODSelection, m_page->_lod_selection->isChecked(), true);
-    store.set(kAutoScroll, m_page->_auto_scroll->isChecked(), true);
-    store.set(kTransparentSelection, m_page->_transparent_object_selection->isChecked(), true);
-    store.set(kPreselectionEnabled, m_page->_preselection_enabled->isChecked(), true);
-    store.set(kPreselectionColor, colorOf(m_page->_preselection_color), true);
-
-    if (!setToMessage(store, kWireframeSelection, m_page->_wireframe_selection->isChecked(), true))
-        addUnchanged(kWireframeSelection);
-    if (!setToMessage(store, kSelectionInFront, m_page->_selection_in_front->isChecked(), true))
-        addUnchanged(kSelectionInFront);
-    if (!setToMessage(store, kSelectionColor, colorOf(m_page->_scolor), true))
-        addUnchanged(kSelectionColor);
+    storeBound();
 }
 
 // Echoes a colour chosen in the wireframe picker back into it; it reaches
 // the store when the page is stored.
 void lmMarkerPreferencesGUII::changedSelectionColor(float r, float g, float b)
 {
-    m_page->_scolor->setColor(r, g, b);
+    page()->_scolor->setColor(r, g, b);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lmPreferences.h"
+#include "lmPreferencesPage.h"
 #include "ui_lmMarkerPreferencesGUI.h"
 
 #include <QObject>
@@ -13,24 +13,18 @@ public:
 };
 
 // How selected and pre-selected nodes are marked in the render view.
-class lmMarkerPreferencesGUII : public QObject, public lmPreferences
+class lmMarkerPreferencesGUII : public QObject, public lmPreferencesPage<lmMarkerPreferencesGUIW>
 {
     Q_OBJECT
 
 public:
     lmMarkerPreferencesGUII();
-    ~lmMarkerPreferencesGUII() override;
 
-    void setDefault(lmMessage &hostData, bool overwrite) override;
     void apply() override;
     void updateGUI() override;
     void storeGUI() override;
 
-    lmMarkerPreferencesGUIW *page() const { return m_page; }
-
 private Q_SLOTS:
     void changedSelectionColor(float r, float g, float b);
 
-private:
-    lmMarkerPreferencesGUIW *m_page;
 };

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "lmLoadedValues.h"
-#include "lmPreferences.h"
+#include "lmPreferencesPage.h"
 #include "ui_lmNavigatorPreferencesGUI.h"
 
 #include <QObject>
@@ -15,20 +14,16 @@ public:
 
 // Mouse navigation of the render view: mode, interaction presets, dolly,
 // panning, animated camera changes and orbit detection.
-class lmNavigatorPreferencesGUII : public QObject, public lmPreferences
+class lmNavigatorPreferencesGUII : public QObject, public lmPreferencesPage<lmNavigatorPreferencesGUIW>
 {
     Q_OBJECT
 
 public:
     lmNavigatorPreferencesGUII();
-    ~lmNavigatorPreferencesGUII() override;
 
-    void setDefault(lmMessage &hostData, bool overwrite) override;
     void apply() override;
     void updateGUI() override;
     void storeGUI() override;
-
-    lmNavigatorPreferencesGUIW *page() const { return m_page; }
 
 private Q_SLOTS:
     void toggledAnimateCameraChange(bool on);
@@ -40,6 +35,4 @@ private Q_SLOTS:
 private:
     void updatePanningControls();
 
-    lmNavigatorPreferencesGUIW *m_page;
-    lmLoadedValues m_loaded;
 };

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "lmLoadedValues.h"
-#include "lmPreferences.h"
+#include "lmPreferencesPage.h"
 #include "ui_lmWebInterfacePreferencesGUI.h"
 
 #include <QObject>
@@ -15,20 +14,16 @@ public:
 
 // The host's web server, which runs Python commands for remote clients. It can
 // be forbidden for the whole process; enabling it asks the user first.
-class lmWebInterfacePreferencesGUII : public QObject, public lmPreferences
+class lmWebInterfacePreferencesGUII : public QObject, public lmPreferencesPage<lmWebInterfacePreferencesGUIW>
 {
     Q_OBJECT
 
 public:
     lmWebInterfacePreferencesGUII();
-    ~lmWebInterfacePreferencesGUII() override;
 
-    void setDefault(lmMessage &hostData, bool overwrite) override;
     void apply() override;
     void updateGUI() override;
     void storeGUI() override;
-
-    lmWebInterfacePreferencesGUIW *page() const { return m_page; }
     // Forbidden by the environment or the edition: no page, never restarted.
     bool isDisabled() const { return m_disabled; }
 
@@ -38,9 +33,7 @@ private slots:
     void toggledWhiteList(bool checked);
 
 private:
-    lmWebInterfacePreferencesGUIW *m_page;
     bool m_disabled = false;
     // Set while the page is filled from the store: no confirmation then.
     bool m_suppressConfirmation = false;
-    lmLoadedValues m_loaded;
 };

@@ -3,9 +3,6 @@
 #include "OpenSG/OSGSceneFileHandler.h"
 #include "lmController.h"
 #include "lmFile.h"
-#include "lmKeyTable.h"
-#include "lmMessageHelpers.h"
-#include "lmPageHelpers.h"
 
 #include <QCoreApplication>
 #include <QFileDialog>
@@ -14,15 +11,16 @@
 
 namespace {
 
-const char *const kEnvCombiner = "KovaFileIO multitexture env combiner";
-const char *const kGrayscaleShadowTexture = "KovaFileIO force grayscale shadow texture";
-const char *const kKovaLocation = "KovaFileIO kova location";
-const char *const kAutoloadShadowGeometry = "KovaFileIO autoload shadow geometry";
-const char *const kShadowGeometry = "KovaFileIO shadow geometry";
-const char *const kShadowMerge = "KovaFileIO shadow merge";
-const char *const kLocalMaterialLibrary = "KovaFileIO local material library";
-const char *const kUnits = "KovaFileIO units";
-const char *const kImportUnits = "KovaFileIO import units";
+const lmTypedKey<bool> kEnvCombiner{"KovaFileIO multitexture env combiner", false};
+// The two edition-dependent defaults are the table's.
+const lmTypedKey<bool> kGrayscaleShadowTexture{"KovaFileIO force grayscale shadow texture", true};
+const lmTypedKey<QString> kKovaLocation{"KovaFileIO kova location", QString()};
+const lmTypedKey<bool> kAutoloadShadowGeometry{"KovaFileIO autoload shadow geometry", true};
+const lmTypedKey<bool> kShadowGeometry{"KovaFileIO shadow geometry", false};
+const lmTypedKey<bool> kShadowMerge{"KovaFileIO shadow merge", true};
+const lmTypedKey<bool> kLocalMaterialLibrary{"KovaFileIO local material library", true};
+const lmTypedKey<std::string> kUnits{"KovaFileIO units", std::string("millimeter")};
+const lmTypedKey<std::string> kImportUnits{"KovaFileIO import units", std::string("millimeter")};
 // Retired: no longer written, still cleared from stores that carry it.
 const char *const kKovaBinPath = "KovaFileIO kova bin path";
 
@@ -32,15 +30,15 @@ bool fullEditionOnly()
 }
 
 const lmKeyTable kKeys{
-    lmKey<bool>(kEnvCombiner, false),
+    kEnvCombiner,
     lmKeyComputed<bool>(kGrayscaleShadowTexture, fullEditionOnly),
-    lmKey<QString>(kKovaLocation, QString()),
-    lmKey<bool>(kAutoloadShadowGeometry, true),
-    lmKey<bool>(kShadowGeometry, false),
-    lmKey<bool>(kShadowMerge, true),
+    kKovaLocation,
+    kAutoloadShadowGeometry,
+    kShadowGeometry,
+    kShadowMerge,
     lmKeyComputed<bool>(kLocalMaterialLibrary, fullEditionOnly),
-    lmKey<std::string>(kUnits, std::string("millimeter")),
-    lmKey<std::string>(kImportUnits, std::string("millimeter")),
+    kUnits,
+    kImportUnits,
     lmKeyWithoutDefault<QString>(kKovaBinPath),
 };
 
@@ -70,25 +68,6 @@ void fillUnits(QComboBox *combo)
         combo->addItem(QCoreApplication::translate("lmKovaPreferencesGUII", unit.text), QString::fromLatin1(unit.stored));
 }
 
-// A name the combo does not offer leaves the choice as it is.
-void selectUnit(QComboBox *combo, const char *key, lmLoadedValues &loaded)
-{
-    std::string stored;
-    if (!getFromMessage(lmPreferences::getData(), key, stored))
-        return;
-    const int index = combo->findData(QString::fromStdString(stored));
-    if (index >= 0)
-        combo->setCurrentIndex(index);
-    loaded.loaded(key, combo, stored);
-}
-
-std::string storedUnit(const QComboBox *combo)
-{
-    return combo->currentData().toString().toStdString();
-}
-
-
-
 const char *boolText(bool value)
 {
     return value ? "true" : "false";
@@ -98,28 +77,28 @@ const char *boolText(bool value)
 
 lmKovaPreferencesGUII::lmKovaPreferencesGUII()
     : QObject(nullptr),
-      lmPreferences(QCoreApplication::translate("lmPreferences", "FileIO"), QStringLiteral("Kova")),
-      m_page(new lmKovaPreferencesGUIW)
+      lmPreferencesPage(this, QCoreApplication::translate("lmPreferences", "FileIO"), QStringLiteral("Kova"), kKeys)
 {
-    fillUnits(m_page->_import_units);
-    fillUnits(m_page->_export_units);
+    fillUnits(page()->_import_units);
+    fillUnits(page()->_export_units);
 
-    addPreferencesGUI(m_page);
+    // Plain writes: apply builds the reader's options from every key anyway.
+    bindings.writeFromHere(lmPageBindings::Plain);
+    bindings.bind(kEnvCombiner, page()->_env_combiner);
+    bindings.bind(kGrayscaleShadowTexture, page()->_grayscale_texture);
+    bindings.bind(kKovaLocation, page()->_kova_location);
+    bindings.bind(kAutoloadShadowGeometry, page()->_autoload_shadow_geometry);
+    bindings.bind(kShadowGeometry, page()->_shadow_geometry);
+    bindings.bind(kShadowMerge, page()->_shadow_merge);
+    bindings.bind(kLocalMaterialLibrary, page()->_use_local_material_library);
+    // A name the combo does not offer leaves the choice as it is.
+    bindings.bindData(kUnits, page()->_export_units, lmIfNoItem::Keep);
+    bindings.bindData(kImportUnits, page()->_import_units, lmIfNoItem::Keep);
 
-    connect(m_page->_set_kova_location, &QAbstractButton::clicked, this,
+    addPreferencesGUI(page());
+
+    connect(page()->_set_kova_location, &QAbstractButton::clicked, this,
             &lmKovaPreferencesGUII::clickedSetKovaLocation);
-}
-
-lmKovaPreferencesGUII::~lmKovaPreferencesGUII()
-{
-    kKeys.removeFrom(getData());
-    subPreferencesGUI(m_page);
-    delete m_page;
-}
-
-void lmKovaPreferencesGUII::setDefault(lmMessage &, bool overwrite)
-{
-    kKeys.writeDefaults(getData(), overwrite);
 }
 
 void lmKovaPreferencesGUII::apply()
@@ -127,15 +106,15 @@ void lmKovaPreferencesGUII::apply()
     const lmMessage &data = getData();
 
     bool grayscaleShadowTexture = false;
-    getFromMessage(data, kGrayscaleShadowTexture, grayscaleShadowTexture);
+    kGrayscaleShadowTexture.read(data, grayscaleShadowTexture);
     QString location;
-    getFromMessage(data, kKovaLocation, location);
+    kKovaLocation.read(data, location);
     bool localMaterialLibrary = false;
-    getFromMessage(data, kLocalMaterialLibrary, localMaterialLibrary);
+    kLocalMaterialLibrary.read(data, localMaterialLibrary);
     std::string units = kIgnoreUnits;
-    getFromMessage(data, kUnits, units);
+    kUnits.read(data, units);
     std::string importUnits = kIgnoreUnits;
-    getFromMessage(data, kImportUnits, importUnits);
+    kImportUnits.read(data, importUnits);
 
     // The reader's env-combiner and shadow switches are fixed; their keys are
     // kept for the page only.
@@ -153,43 +132,20 @@ void lmKovaPreferencesGUII::apply()
 
 void lmKovaPreferencesGUII::updateGUI()
 {
-    lmKovaPreferencesGUIW *page = m_page;
-
-    lmCheckFromStore(page->_env_combiner, kEnvCombiner);
-    lmCheckFromStore(page->_grayscale_texture, kGrayscaleShadowTexture);
-    QString location;
-    if (getFromMessage(getData(), kKovaLocation, location))
-        page->_kova_location->setText(location);
-    lmCheckFromStore(page->_autoload_shadow_geometry, kAutoloadShadowGeometry);
-    lmCheckFromStore(page->_shadow_geometry, kShadowGeometry);
-    lmCheckFromStore(page->_shadow_merge, kShadowMerge);
-    lmCheckFromStore(page->_use_local_material_library, kLocalMaterialLibrary);
-    m_loaded.clear();
-    selectUnit(page->_export_units, kUnits, m_loaded);
-    selectUnit(page->_import_units, kImportUnits, m_loaded);
+    loadBound();
 }
 
 void lmKovaPreferencesGUII::storeGUI()
 {
-    const lmKovaPreferencesGUIW *page = m_page;
-
-    lmStorePlain(kEnvCombiner, page->_env_combiner->isChecked());
-    lmStorePlain(kGrayscaleShadowTexture, page->_grayscale_texture->isChecked());
-    lmStorePlain(kKovaLocation, page->_kova_location->text());
-    lmStorePlain(kAutoloadShadowGeometry, page->_autoload_shadow_geometry->isChecked());
-    lmStorePlain(kShadowGeometry, page->_shadow_geometry->isChecked());
-    lmStorePlain(kShadowMerge, page->_shadow_merge->isChecked());
-    lmStorePlain(kLocalMaterialLibrary, page->_use_local_material_library->isChecked());
-    lmStorePlain(kUnits, m_loaded.value(kUnits, page->_export_units, storedUnit(page->_export_units)));
-    lmStorePlain(kImportUnits, m_loaded.value(kImportUnits, page->_import_units, storedUnit(page->_import_units)));
+    storeBound();
 }
 
 void lmKovaPreferencesGUII::clickedSetKovaLocation()
 {
     const QString chosen =
-        QFileDialog::getExistingDirectory(m_page, tr("Set Kova Location"), m_page->_kova_location->text());
+        QFileDialog::getExistingDirectory(page(), tr("Set Kova Location"), page()->_kova_location->text());
     if (chosen.isEmpty())
         return;
-    m_page->_kova_location->setText(
+    page()->_kova_location->setText(
         QString::fromStdString(lmFile::convertSeparators(chosen.toUtf8().toStdString())));
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "lmLoadedValues.h"
-#include "lmPreferences.h"
+#include "lmPreferencesPage.h"
 #include "ui_lmKovaPreferencesGUI.h"
 
 #include <QObject>
@@ -15,25 +14,18 @@ public:
 
 // Options of the Kova scene reader ("kb" files): installation folder,
 // shadows, material library and units. Pushed on every apply.
-class lmKovaPreferencesGUII : public QObject, public lmPreferences
+class lmKovaPreferencesGUII : public QObject, public lmPreferencesPage<lmKovaPreferencesGUIW>
 {
     Q_OBJECT
 
 public:
     lmKovaPreferencesGUII();
-    ~lmKovaPreferencesGUII() override;
 
-    void setDefault(lmMessage &hostData, bool overwrite) override;
     void apply() override;
     void updateGUI() override;
     void storeGUI() override;
 
-    lmKovaPreferencesGUIW *page() const { return m_page; }
-
 public Q_SLOTS:
     void clickedSetKovaLocation();
 
-private:
-    lmKovaPreferencesGUIW *m_page;
-    lmLoadedValues m_loaded;
 };

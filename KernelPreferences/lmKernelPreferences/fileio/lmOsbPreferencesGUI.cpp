@@ -5,9 +5,6 @@
 #include "lmController.h"
 #include "lmFileIO.h"
 #include "lmImportOptions.h"
-#include "lmKeyTable.h"
-#include "lmMessageHelpers.h"
-#include "lmPageHelpers.h"
 
 #include <QCoreApplication>
 
@@ -16,25 +13,26 @@
 
 namespace {
 
-const char *const kPositionRes = "OsbFileIO position res";
-const char *const kNormalsRes = "OsbFileIO normals res";
-const char *const kTexcoordsRes = "OsbFileIO texcoords res";
-const char *const kPackIndices = "OsbFileIO pack indices";
-const char *const kUnpack16BitIndices = "OsbFileIO unpack 16 bit indices";
-const char *const kInlineTextures = "OsbFileIO inline textures";
-const char *const kTextureCompressionType = "OsbFileIO texture compression type";
-const char *const kCompressQuality = "OsbFileIO compress quality";
-const char *const kForceCompression = "OsbFileIO force compression";
-const char *const kCompressionType = "OsbFileIO compression type";
-const char *const kOldFormat = "OsbFileIO old format";
-const char *const kReaderCRCTest = "OsbFileIO reader crc test";
-const char *const kWriterCRCTest = "OsbFileIO writer crc test";
-const char *const kCalcVsetPreviews = "VpbFileIO calc vset previews";
-const char *const kShowCalcVsetPreviewsDialog = "VpbFileIO show calc vset previews dialog";
-const char *const kIncrementalSave = "VpbFileIO Incremental save enabled";
-const char *const kMaxIncrements = "VpbFileIO Maximal number of increments";
-const char *const kExecuteScript = "VpbFileIO execute embedded script";
-const char *const kShowThumbnail = "VpbFileIO show thumbnail preview";
+const lmTypedKey<int> kPositionRes{"OsbFileIO position res", 0};
+const lmTypedKey<int> kNormalsRes{"OsbFileIO normals res", 0};
+const lmTypedKey<int> kTexcoordsRes{"OsbFileIO texcoords res", 0};
+const lmTypedKey<bool> kPackIndices{"OsbFileIO pack indices", true};
+const lmTypedKey<bool> kUnpack16BitIndices{"OsbFileIO unpack 16 bit indices", true};
+const lmTypedKey<bool> kInlineTextures{"OsbFileIO inline textures", true};
+const lmTypedKey<int> kTextureCompressionType{"OsbFileIO texture compression type", 0};
+const lmTypedKey<int> kCompressQuality{"OsbFileIO compress quality", 85};
+const lmTypedKey<bool> kForceCompression{"OsbFileIO force compression", true};
+const lmTypedKey<int> kCompressionType{"OsbFileIO compression type", 2};
+const lmTypedKey<bool> kOldFormat{"OsbFileIO old format", false};
+// The two CRC defaults depend on the edition; the table computes them.
+const lmTypedKey<bool> kReaderCRCTest{"OsbFileIO reader crc test", false};
+const lmTypedKey<bool> kWriterCRCTest{"OsbFileIO writer crc test", false};
+const lmTypedKey<bool> kCalcVsetPreviews{"VpbFileIO calc vset previews", true};
+const lmTypedKey<bool> kShowCalcVsetPreviewsDialog{"VpbFileIO show calc vset previews dialog", true};
+const lmTypedKey<bool> kIncrementalSave{"VpbFileIO Incremental save enabled", true};
+const lmTypedKey<unsigned int> kMaxIncrements{"VpbFileIO Maximal number of increments", 5u};
+const lmTypedKey<bool> kExecuteScript{"VpbFileIO execute embedded script", true};
+const lmTypedKey<bool> kShowThumbnail{"VpbFileIO show thumbnail preview", true};
 // Retired in favour of the texture compression type; migrated on update.
 const char *const kRetiredCompressTextures = "OsbFileIO compress textures";
 const char *const kRetiredTexturesImageType = "OsbFileIO textures image type";
@@ -55,6 +53,10 @@ const std::string kLUMOSmartBehavior = smartBehaviorKey(kLUMO);
 const std::string kLUMOCreateAsSmart = createAsSmartKey(kLUMO);
 const std::string kOpenSGSmartBehavior = smartBehaviorKey(kOpenSG);
 const std::string kOpenSGCreateAsSmart = createAsSmartKey(kOpenSG);
+const lmTypedKey<int> kLUMOSmart{kLUMOSmartBehavior.c_str(), 2};
+const lmTypedKey<bool> kLUMOSmartCreate{kLUMOCreateAsSmart.c_str(), false};
+const lmTypedKey<int> kOpenSGSmart{kOpenSGSmartBehavior.c_str(), 2};
+const lmTypedKey<bool> kOpenSGSmartCreate{kOpenSGCreateAsSmart.c_str(), false};
 
 bool crcTestDefault()
 {
@@ -62,29 +64,29 @@ bool crcTestDefault()
 }
 
 const lmKeyTable kKeys{
-    lmKey<int>(kPositionRes, 0),
-    lmKey<int>(kNormalsRes, 0),
-    lmKey<int>(kTexcoordsRes, 0),
-    lmKey<bool>(kPackIndices, true),
-    lmKey<bool>(kUnpack16BitIndices, true),
-    lmKey<bool>(kInlineTextures, true),
-    lmKey<int>(kTextureCompressionType, 0),
-    lmKey<int>(kCompressQuality, 85),
-    lmKey<bool>(kForceCompression, true),
-    lmKey<int>(kCompressionType, 2),
-    lmKey<bool>(kOldFormat, false),
+    kPositionRes,
+    kNormalsRes,
+    kTexcoordsRes,
+    kPackIndices,
+    kUnpack16BitIndices,
+    kInlineTextures,
+    kTextureCompressionType,
+    kCompressQuality,
+    kForceCompression,
+    kCompressionType,
+    kOldFormat,
     lmKeyComputed<bool>(kReaderCRCTest, crcTestDefault),
     lmKeyComputed<bool>(kWriterCRCTest, crcTestDefault),
-    lmKey<bool>(kCalcVsetPreviews, true),
-    lmKey<bool>(kShowCalcVsetPreviewsDialog, true),
-    lmKey<bool>(kIncrementalSave, true),
-    lmKey<unsigned int>(kMaxIncrements, 5u),
-    lmKey<bool>(kExecuteScript, true),
-    lmKey<bool>(kShowThumbnail, true),
-    lmKey<int>(kLUMOSmartBehavior.c_str(), 2),
-    lmKey<bool>(kLUMOCreateAsSmart.c_str(), false),
-    lmKey<int>(kOpenSGSmartBehavior.c_str(), 2),
-    lmKey<bool>(kOpenSGCreateAsSmart.c_str(), false),
+    kCalcVsetPreviews,
+    kShowCalcVsetPreviewsDialog,
+    kIncrementalSave,
+    kMaxIncrements,
+    kExecuteScript,
+    kShowThumbnail,
+    kLUMOSmart,
+    kLUMOSmartCreate,
+    kOpenSGSmart,
+    kOpenSGSmartCreate,
     lmKeyWithoutDefault<bool>(kRetiredCompressTextures),
     lmKeyWithoutDefault<std::string>(kRetiredTexturesImageType),
 };
@@ -122,57 +124,66 @@ const int kWriterBest = 4;
 const int kKeepReferences = lmImportOptions::KeepReferences;
 const int kRemoveReferences = lmImportOptions::RemoveReferences;
 
-void setIndex(QComboBox *combo, const char *key, lmLoadedValues &loaded)
-{
-    int index = 0;
-    if (!getFromMessage(lmPreferences::getData(), key, index))
-        return;
-    if (index >= 0 && index < combo->count())
-        combo->setCurrentIndex(index);
-    loaded.loaded(key, combo, index);
-}
-
 // Read only so that a mistyped key is reported; the writer takes these
 // settings from elsewhere.
 template <class T>
-void readUnused(const lmMessage &data, const char *key)
+void readUnused(const lmMessage &data, const lmTypedKey<T> &key)
 {
     T value{};
-    getFromMessage(data, key, value);
+    key.read(data, value);
+}
+
+// Forced on in the essentials edition.
+bool onInEssentials(bool on)
+{
+    return on || lmController::isEssentialsEdition();
 }
 
 } // namespace
 
 lmOsbPreferencesGUII::lmOsbPreferencesGUII()
     : QObject(nullptr),
-      lmPreferences(QCoreApplication::translate("lmPreferences", "FileIO"), QStringLiteral("OSB / VPB")),
-      m_page(new lmOsbPreferencesGUIW)
+      lmPreferencesPage(this, QCoreApplication::translate("lmPreferences", "FileIO"), QStringLiteral("OSB / VPB"),
+                        kKeys)
 {
-    addPreferencesGUI(m_page);
+    // Plain writes: apply pushes every readable key anyway. An index the
+    // combo does not offer leaves the choice as it is.
+    bindings.writeFromHere(lmPageBindings::Plain);
+    bindings.bind(kPositionRes, page()->_positions_res, lmIfNoItem::Keep);
+    bindings.bind(kNormalsRes, page()->_normals_res, lmIfNoItem::Keep);
+    bindings.bind(kTexcoordsRes, page()->_texcoords_res, lmIfNoItem::Keep);
+    bindings.bind(kInlineTextures, page()->_inline_textures);
+    bindings.bind(kCompressQuality, page()->_compress_quality);
+    const auto checked = [](const QAbstractButton *button) { return button->isChecked(); };
+    const auto check = [](QAbstractButton *button, bool on) { button->setChecked(on); };
+    bindings.bind(kReaderCRCTest, page()->_crc, check, checked, onInEssentials);
+    bindings.bind(kWriterCRCTest, page()->_validate, check, checked, onInEssentials);
+    bindings.bind(kOldFormat, page()->_old_format);
+    bindings.bind(kCalcVsetPreviews, page()->_calc_missing_previews);
+    bindings.bind(kIncrementalSave, page()->_incrementalSave);
+    // A limit beyond the spin box shows its maximum and stores it.
+    bindings.bindShown(
+        kMaxIncrements, page()->_incrementLimit,
+        [](QSpinBox *spin, unsigned int limit) { spin->setValue(int(std::min(limit, unsigned(spin->maximum())))); },
+        [](const QSpinBox *spin) { return unsigned(spin->value()); });
+    bindings.bind(kExecuteScript, page()->_execute_script);
+    bindings.bind(kShowThumbnail, page()->_show_thumbnail_preview);
+    // The texture compression, the file compression and the import behaviour
+    // are loaded and stored by hand; their forms name their keys.
 
-    connect(m_page->_image_type, QOverload<int>::of(&QComboBox::activated), this,
+    addPreferencesGUI(page());
+
+    connect(page()->_image_type, QOverload<int>::of(&QComboBox::activated), this,
             &lmOsbPreferencesGUII::changedTextureCompression);
-    connect(m_page->_incrementalSave, &QAbstractButton::toggled, this, &lmOsbPreferencesGUII::toggledIncrementalSave);
-    changedTextureCompression(m_page->_image_type->currentIndex());
-    toggledIncrementalSave(m_page->_incrementalSave->isChecked());
+    connect(page()->_incrementalSave, &QAbstractButton::toggled, this, &lmOsbPreferencesGUII::toggledIncrementalSave);
+    changedTextureCompression(page()->_image_type->currentIndex());
+    toggledIncrementalSave(page()->_incrementalSave->isChecked());
 
     if (lmController::isEssentialsEdition()) {
-        m_page->_inline_textures_frame->hide();
-        m_page->_validate->hide();
-        m_page->_reader_frame->hide();
+        page()->_inline_textures_frame->hide();
+        page()->_validate->hide();
+        page()->_reader_frame->hide();
     }
-}
-
-lmOsbPreferencesGUII::~lmOsbPreferencesGUII()
-{
-    kKeys.removeFrom(getData());
-    subPreferencesGUI(m_page);
-    delete m_page;
-}
-
-void lmOsbPreferencesGUII::setDefault(lmMessage &, bool overwrite)
-{
-    kKeys.writeDefaults(getData(), overwrite);
 }
 
 void lmOsbPreferencesGUII::apply()
@@ -186,28 +197,28 @@ void lmOsbPreferencesGUII::apply()
     readUnused<bool>(data, kPackIndices);
     readUnused<bool>(data, kUnpack16BitIndices);
     bool inlineTextures = true;
-    getFromMessage(data, kInlineTextures, inlineTextures);
+    kInlineTextures.read(data, inlineTextures);
     if (essentials)
         inlineTextures = true;
     int textureCompression = kTextureNone;
-    getFromMessage(data, kTextureCompressionType, textureCompression);
+    kTextureCompressionType.read(data, textureCompression);
     int quality = 75;
-    getFromMessage(data, kCompressQuality, quality);
+    kCompressQuality.read(data, quality);
     readUnused<bool>(data, kForceCompression);
 
     int compressionType = 2;
-    getFromMessage(data, kCompressionType, compressionType);
+    kCompressionType.read(data, compressionType);
     OpenSGFileIO::the().setCompressionType(essentials ? kWriterFast : writerCompressionType(compressionType));
 
     bool oldFormat = false;
-    getFromMessage(data, kOldFormat, oldFormat);
+    kOldFormat.read(data, oldFormat);
     OpenSGFileIO::the().setNewFormat(!oldFormat);
 
     // A missing writer key takes the reader's value.
     bool crcTest = false;
-    getFromMessage(data, kReaderCRCTest, crcTest);
+    kReaderCRCTest.read(data, crcTest);
     lmFileIO::setReaderCRCTest(essentials ? true : crcTest);
-    getFromMessage(data, kWriterCRCTest, crcTest);
+    kWriterCRCTest.read(data, crcTest);
     lmFileIO::setWriterCRCTest(essentials ? true : crcTest);
 
     // The writer always packs indices its own way.
@@ -223,23 +234,23 @@ void lmOsbPreferencesGUII::apply()
     osg::SceneFileHandler::the().setOptions("osb", options.c_str());
 
     bool flag = false;
-    if (getFromMessage(data, kIncrementalSave, flag))
+    if (kIncrementalSave.read(data, flag))
         lmFileIO::enableIncrementalSave(flag);
     unsigned int maxIncrements = 0;
-    if (getFromMessage(data, kMaxIncrements, maxIncrements))
+    if (kMaxIncrements.read(data, maxIncrements))
         lmFileIO::setIncrementalSaveLimit(maxIncrements);
-    if (getFromMessage(data, kExecuteScript, flag))
+    if (kExecuteScript.read(data, flag))
         lmFileIO::setExecuteEmbeddedScript(flag);
-    if (getFromMessage(data, kShowThumbnail, flag))
+    if (kShowThumbnail.read(data, flag))
         lmFileIO::setShowPreviewHint(flag);
 
     // Both native formats import the way the LUMO keys say; the OpenSG keys
     // are kept for the store's sake only. An unreadable behaviour counts as 0,
     // which removes references.
     int smartBehavior = 0;
-    getFromMessage(data, kLUMOSmartBehavior, smartBehavior);
+    kLUMOSmart.read(data, smartBehavior);
     bool createAsSmart = false;
-    getFromMessage(data, kLUMOCreateAsSmart, createAsSmart);
+    kLUMOSmartCreate.read(data, createAsSmart);
     for (const char *format : {kLUMO, kOpenSG}) {
         lmImportOptions importOptions(format, true, true);
         importOptions.setSmartReferenceBehavior(smartBehavior == kKeepReferences ? lmImportOptions::KeepReferences
@@ -252,34 +263,19 @@ void lmOsbPreferencesGUII::apply()
 void lmOsbPreferencesGUII::updateGUI()
 {
     lmMessage &data = getData();
-    lmOsbPreferencesGUIW *page = m_page;
+    lmOsbPreferencesGUIW *page = this->page();
+    lmLoadedValues &loaded = bindings.loaded();
 
-    m_loaded.clear();
-    setIndex(page->_positions_res, kPositionRes, m_loaded);
-    setIndex(page->_normals_res, kNormalsRes, m_loaded);
-    setIndex(page->_texcoords_res, kTexcoordsRes, m_loaded);
-    lmCheckFromStore(page->_inline_textures, kInlineTextures);
+    loadBound();
+
     int number = 0;
-    if (getFromMessage(data, kCompressQuality, number)) {
-        page->_compress_quality->setValue(number);
-        m_loaded.loaded(kCompressQuality, page->_compress_quality, number);
-    }
-    lmCheckFromStore(page->_crc, kReaderCRCTest);
-    lmCheckFromStore(page->_validate, kWriterCRCTest);
-    lmCheckFromStore(page->_old_format, kOldFormat);
-    lmCheckFromStore(page->_calc_missing_previews, kCalcVsetPreviews);
-    lmCheckFromStore(page->_incrementalSave, kIncrementalSave);
-    unsigned int maxIncrements = 0;
-    if (getFromMessage(data, kMaxIncrements, maxIncrements))
-        page->_incrementLimit->setValue(int(std::min(maxIncrements, unsigned(page->_incrementLimit->maximum()))));
-    lmCheckFromStore(page->_execute_script, kExecuteScript);
-    lmCheckFromStore(page->_show_thumbnail_preview, kShowThumbnail);
-
     page->m_importBehavior->clear();
     page->m_importBehavior->addItems({tr("Keep References"), tr("Remove References")});
-    if (getFromMessage(data, kLUMOSmartBehavior, number))
+    if (kLUMOSmart.read(data, number))
         page->m_importBehavior->setCurrentIndex(number == kKeepReferences ? 0 : 1);
-    lmCheckFromStore(page->m_importAsSmart, kLUMOCreateAsSmart);
+    bool createAsSmart = false;
+    if (kLUMOSmartCreate.read(data, createAsSmart))
+        page->m_importAsSmart->setChecked(createAsSmart);
 
     // Stores written before the compression type existed carry a flag and an
     // image type instead; they are converted once and dropped.
@@ -292,12 +288,13 @@ void lmOsbPreferencesGUII::updateGUI()
         page->_image_type->setCurrentIndex(!compressTextures ? kTextureNone
                                            : imageType == "png" ? kTextureLossless
                                                                 : kTextureLossy);
-    } else {
-        setIndex(page->_image_type, kTextureCompressionType, m_loaded);
+    } else if (kTextureCompressionType.read(data, number)) {
+        lmSelectIndex(page->_image_type, number, lmIfNoItem::Keep);
+        loaded.loaded(kTextureCompressionType.name, page->_image_type, number);
     }
     changedTextureCompression(page->_image_type->currentIndex());
 
-    if (getFromMessage(data, kCompressionType, number)) {
+    if (kCompressionType.read(data, number)) {
         switch (lmController::isEssentialsEdition() ? kWriterFast : writerCompressionType(number)) {
         case kWriterOff:
             page->_compression->setCurrentIndex(0);
@@ -317,52 +314,36 @@ void lmOsbPreferencesGUII::updateGUI()
 
 void lmOsbPreferencesGUII::storeGUI()
 {
-    const lmOsbPreferencesGUIW *page = m_page;
-    const bool essentials = lmController::isEssentialsEdition();
+    const lmOsbPreferencesGUIW *page = this->page();
 
-    const auto index = [this](const char *key, const QComboBox *combo) {
-        return m_loaded.value(key, combo, combo->currentIndex());
-    };
-    lmStorePlain(kPositionRes, index(kPositionRes, page->_positions_res));
-    lmStorePlain(kNormalsRes, index(kNormalsRes, page->_normals_res));
-    lmStorePlain(kTexcoordsRes, index(kTexcoordsRes, page->_texcoords_res));
-    lmStorePlain(kInlineTextures, page->_inline_textures->isChecked());
-    lmStorePlain(kCompressQuality,
-                 m_loaded.value(kCompressQuality, page->_compress_quality, page->_compress_quality->value()));
-    lmStorePlain(kTextureCompressionType, index(kTextureCompressionType, page->_image_type));
+    storeBound();
+
+    storePlain(kTextureCompressionType, bindings.loaded().value(kTextureCompressionType.name, page->_image_type,
+                                                                page->_image_type->currentIndex()));
 
     const int compressionIndex = page->_compression->currentIndex();
     int compressionType = compressionIndex >= 0 && compressionIndex < 3 ? kStoredCompression[compressionIndex]
                                                                         : compressionIndex;
-    if (essentials)
+    if (lmController::isEssentialsEdition())
         compressionType = 1;
-    lmStorePlain(kCompressionType, compressionType);
-    lmStorePlain(kForceCompression, compressionType != 1);
-
-    lmStorePlain(kOldFormat, page->_old_format->isChecked());
-    lmStorePlain(kReaderCRCTest, essentials || page->_crc->isChecked());
-    lmStorePlain(kWriterCRCTest, essentials || page->_validate->isChecked());
-    lmStorePlain(kCalcVsetPreviews, page->_calc_missing_previews->isChecked());
-    lmStorePlain(kIncrementalSave, page->_incrementalSave->isChecked());
-    lmStorePlain(kMaxIncrements, unsigned(page->_incrementLimit->value()));
-    lmStorePlain(kExecuteScript, page->_execute_script->isChecked());
-    lmStorePlain(kShowThumbnail, page->_show_thumbnail_preview->isChecked());
+    storePlain(kCompressionType, compressionType);
+    storePlain(kForceCompression, compressionType != 1);
 
     const int smartBehavior = page->m_importBehavior->currentIndex() == 0 ? kKeepReferences : kRemoveReferences;
     const bool createAsSmart = page->m_importAsSmart->isChecked();
-    lmStorePlain(kLUMOSmartBehavior, smartBehavior);
-    lmStorePlain(kOpenSGSmartBehavior, smartBehavior);
-    lmStorePlain(kLUMOCreateAsSmart, createAsSmart);
-    lmStorePlain(kOpenSGCreateAsSmart, createAsSmart);
+    storePlain(kLUMOSmart, smartBehavior);
+    storePlain(kOpenSGSmart, smartBehavior);
+    storePlain(kLUMOSmartCreate, createAsSmart);
+    storePlain(kOpenSGSmartCreate, createAsSmart);
 }
 
 void lmOsbPreferencesGUII::changedTextureCompression(int index)
 {
     // Only the lossy format takes a quality.
-    m_page->_compress_quality->setEnabled(index == kTextureLossy);
+    page()->_compress_quality->setEnabled(index == kTextureLossy);
 }
 
 void lmOsbPreferencesGUII::toggledIncrementalSave(bool on)
 {
-    m_page->_incrementLimit->setEnabled(on);
+    page()->_incrementLimit->setEnabled(on);
 }

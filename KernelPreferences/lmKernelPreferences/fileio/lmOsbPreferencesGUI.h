@@ -1,7 +1,6 @@
 #pragma once
 
-#include "lmLoadedValues.h"
-#include "lmPreferences.h"
+#include "lmPreferencesPage.h"
 #include "ui_lmOsbPreferencesGUI.h"
 
 #include <QObject>
@@ -15,26 +14,19 @@ public:
 
 // Reader and writer options of the native scene formats (scene-graph binary
 // and project file). Every readable key is pushed on apply.
-class lmOsbPreferencesGUII : public QObject, public lmPreferences
+class lmOsbPreferencesGUII : public QObject, public lmPreferencesPage<lmOsbPreferencesGUIW>
 {
     Q_OBJECT
 
 public:
     lmOsbPreferencesGUII();
-    ~lmOsbPreferencesGUII() override;
 
-    void setDefault(lmMessage &hostData, bool overwrite) override;
     void apply() override;
     void updateGUI() override;
     void storeGUI() override;
-
-    lmOsbPreferencesGUIW *page() const { return m_page; }
 
 public Q_SLOTS:
     void changedTextureCompression(int index);
     void toggledIncrementalSave(bool on);
 
-private:
-    lmOsbPreferencesGUIW *m_page;
-    lmLoadedValues m_loaded;
 };

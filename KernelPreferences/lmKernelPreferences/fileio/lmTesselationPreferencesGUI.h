@@ -1,7 +1,6 @@
 #pragma once
 
-#include "lmLoadedValues.h"
-#include "lmPreferences.h"
+#include "lmPreferencesPage.h"
 #include "ui_lmTesselationPreferencesGUI.h"
 
 #include <QObject>
@@ -16,20 +15,16 @@ public:
 // Defaults of the optimiser that tessellates imported CAD data: quality
 // levels and topology. The host's import reads the keys from the store, so
 // nothing is pushed on apply.
-class lmTesselationPreferencesGUII : public QObject, public lmPreferences
+class lmTesselationPreferencesGUII : public QObject, public lmPreferencesPage<lmTesselationPreferencesGUIW>
 {
     Q_OBJECT
 
 public:
     lmTesselationPreferencesGUII();
-    ~lmTesselationPreferencesGUII() override;
 
-    void setDefault(lmMessage &hostData, bool overwrite) override;
     void apply() override;
     void updateGUI() override;
     void storeGUI() override;
-
-    lmTesselationPreferencesGUIW *page() const { return m_page; }
 
 public Q_SLOTS:
     void clickedAdd();
@@ -37,7 +32,4 @@ public Q_SLOTS:
     void selectionChanged();
     void changedItem(QTreeWidgetItem *item, int column);
 
-private:
-    lmTesselationPreferencesGUIW *m_page;
-    lmLoadedValues m_loaded;
 };

@@ -1,8 +1,6 @@
 #include "lmWrlPreferencesGUI.h"
 
 #include "OpenSG/OSGSceneFileHandler.h"
-#include "lmKeyTable.h"
-#include "lmMessageHelpers.h"
 
 #include <QCoreApplication>
 
@@ -10,13 +8,10 @@
 
 namespace {
 
-const char *const kInlineTextures = "WrlFileIO inline textures";
-const char *const kReaderOptimization = "WrlFileIO reader optimization";
+const lmTypedKey<bool> kInlineTextures{"WrlFileIO inline textures", false};
+const lmTypedKey<int> kReaderOptimization{"WrlFileIO reader optimization", 0};
 
-const lmKeyTable kKeys{
-    lmKey<bool>(kInlineTextures, false),
-    lmKey<int>(kReaderOptimization, 0),
-};
+const lmKeyTable kKeys{kInlineTextures, kReaderOptimization};
 
 // Reader optimisation combo: "Auto", "Catia", "Pro Engineer".
 const int kOptimizationCatia = 1;
@@ -26,22 +21,12 @@ const int kOptimizationProEngineer = 2;
 
 lmWrlPreferencesGUII::lmWrlPreferencesGUII()
     : QObject(nullptr),
-      lmPreferences(QCoreApplication::translate("lmPreferences", "FileIO"), QStringLiteral("WRL")),
-      m_page(new lmWrlPreferencesGUIW)
+      lmPreferencesPage(this, QCoreApplication::translate("lmPreferences", "FileIO"), QStringLiteral("WRL"), kKeys)
 {
-    addPreferencesGUI(m_page);
-}
-
-lmWrlPreferencesGUII::~lmWrlPreferencesGUII()
-{
-    kKeys.removeFrom(getData());
-    subPreferencesGUI(m_page);
-    delete m_page;
-}
-
-void lmWrlPreferencesGUII::setDefault(lmMessage &, bool overwrite)
-{
-    kKeys.writeDefaults(getData(), overwrite);
+    bindings.bind(kInlineTextures, page()->_inline_textures);
+    // An index the combo does not offer leaves the choice as it is.
+    bindings.bind(kReaderOptimization, page()->_optimization, lmIfNoItem::Keep);
+    addPreferencesGUI(page());
 }
 
 void lmWrlPreferencesGUII::apply()
@@ -49,11 +34,11 @@ void lmWrlPreferencesGUII::apply()
     const lmMessage &data = getData();
 
     bool inlineTextures = false;
-    getFromMessage(data, kInlineTextures, inlineTextures);
+    kInlineTextures.read(data, inlineTextures);
     std::string options = inlineTextures ? "inlineTextures=true" : "inlineTextures=false";
 
     int optimization = 0;
-    getFromMessage(data, kReaderOptimization, optimization);
+    kReaderOptimization.read(data, optimization);
     if (optimization == kOptimizationCatia)
         options += ",optimizationCatia=true";
     else if (optimization == kOptimizationProEngineer)
@@ -66,28 +51,10 @@ void lmWrlPreferencesGUII::apply()
 
 void lmWrlPreferencesGUII::updateGUI()
 {
-    const lmMessage &data = getData();
-
-    bool inlineTextures = false;
-    if (getFromMessage(data, kInlineTextures, inlineTextures))
-        m_page->_inline_textures->setChecked(inlineTextures);
-    // An index the combo does not offer leaves the choice as it is.
-    m_loaded.clear();
-    int optimization = 0;
-    if (getFromMessage(data, kReaderOptimization, optimization)) {
-        if (optimization >= 0 && optimization < m_page->_optimization->count())
-            m_page->_optimization->setCurrentIndex(optimization);
-        m_loaded.loaded(kReaderOptimization, m_page->_optimization, optimization);
-    }
+    loadBound();
 }
 
 void lmWrlPreferencesGUII::storeGUI()
 {
-    lmMessage &data = getData();
-    if (!setToMessage(data, kInlineTextures, m_page->_inline_textures->isChecked(), true))
-        addUnchanged(kInlineTextures);
-    const int optimization =
-        m_loaded.value(kReaderOptimization, m_page->_optimization, m_page->_optimization->currentIndex());
-    if (!setToMessage(data, kReaderOptimization, optimization, true))
-        addUnchanged(kReaderOptimization);
+    storeBound();
 }

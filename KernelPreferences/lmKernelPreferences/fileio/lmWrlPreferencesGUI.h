@@ -1,7 +1,6 @@
 #pragma once
 
-#include "lmLoadedValues.h"
-#include "lmPreferences.h"
+#include "lmPreferencesPage.h"
 #include "ui_lmWrlPreferencesGUI.h"
 
 #include <QObject>
@@ -14,22 +13,15 @@ public:
 };
 
 // VRML reader and writer options, handed to the loaders of both suffixes.
-class lmWrlPreferencesGUII : public QObject, public lmPreferences
+class lmWrlPreferencesGUII : public QObject, public lmPreferencesPage<lmWrlPreferencesGUIW>
 {
     Q_OBJECT
 
 public:
     lmWrlPreferencesGUII();
-    ~lmWrlPreferencesGUII() override;
 
-    void setDefault(lmMessage &hostData, bool overwrite) override;
     void apply() override;
     void updateGUI() override;
     void storeGUI() override;
 
-    lmWrlPreferencesGUIW *page() const { return m_page; }
-
-private:
-    lmWrlPreferencesGUIW *m_page;
-    lmLoadedValues m_loaded;
 };

@@ -2,6 +2,7 @@
 
 #include "lmMessage.h"
 #include "lmMessageHelpers.h"
+#include "lmTypedKey.h"
 
 #include <functional>
 #include <initializer_list>
@@ -10,19 +11,29 @@
 #include <vector>
 
 // One row of a category's key table: the persisted key, its value type and
-// how its default is made (a few defaults depend on the host's edition).
+// how its default is made. Most rows are typed keys with a fixed default; a
+// few defaults depend on the host's edition, and a few keys are only removed.
 struct lmPreferenceKey
 {
+    template <class T>
+    lmPreferenceKey(const lmTypedKey<T> &typed)
+        : key(typed.name), type(&typeid(T)), makeDefault([value = typed.defaultValue] { return boost::any(value); })
+    {
+    }
+    lmPreferenceKey(std::string key, const std::type_info *type, std::function<boost::any()> makeDefault)
+        : key(std::move(key)), type(type), makeDefault(std::move(makeDefault))
+    {
+    }
+
     std::string key;
     const std::type_info *type;
     std::function<boost::any()> makeDefault; // empty: the category writes no default
 };
 
 template <class T>
-lmPreferenceKey lmKey(const char *key, const T &defaultValue)
+lmTypedKey<T> lmKey(const char *key, const T &defaultValue)
 {
-    static_assert(lmIsPreferenceType<T>::value, "not a preference value type");
-    return {key, &typeid(T), [defaultValue] { return boost::any(defaultValue); }};
+    return {key, defaultValue};
 }
 
 // A default computed each time defaults are written.

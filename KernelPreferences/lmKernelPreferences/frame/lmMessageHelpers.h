@@ -35,6 +35,35 @@ inline bool lmHoldsType(const boost::any &value, const std::type_info &type)
     return std::strcmp(value.type().name(), type.name()) == 0;
 }
 
+// Calls visit with the value held, as the one of the eleven value types it
+// holds; false (and no call) for an empty value or one of another type.
+template <class F>
+bool lmVisitValue(const boost::any &value, F &&visit)
+{
+    if (value.empty())
+        return false;
+    bool seen = false;
+    auto as = [&](auto *typed) {
+        using T = std::remove_pointer_t<decltype(typed)>;
+        if (seen || !lmHoldsType(value, typeid(T)))
+            return;
+        seen = true;
+        visit(*boost::unsafe_any_cast<T>(&value));
+    };
+    as((int *)nullptr);
+    as((unsigned int *)nullptr);
+    as((float *)nullptr);
+    as((double *)nullptr);
+    as((bool *)nullptr);
+    as((std::string *)nullptr);
+    as((QString *)nullptr);
+    as((osg::Color3f *)nullptr);
+    as((std::vector<float> *)nullptr);
+    as((std::vector<osg::Color3f> *)nullptr);
+    as((std::vector<std::string> *)nullptr);
+    return seen;
+}
+
 // Typed read. A missing key returns false silently; a key of another type
 // prints a message and the call stack and returns false; out is then untouched.
 template <class T>
