@@ -212,15 +212,20 @@ private slots:
         lmResetHost();
         lmHostSettings::setEdition(lmHostSettings::Edition(edition));
         QVERIFY2(loadModule(), qPrintable(m_library.errorString()));
-        const lmMessage defaultValues = defaults();
         lmMessage loaded;
-        for (const auto &entry : defaultValues.values()) {
-            const auto held = valuesControlsCanHold().find(entry.first);
-            const boost::any value =
-                held != valuesControlsCanHold().end() ? held->second : lmAwkwardNonDefault(entry.second);
-            QVERIFY2(!value.empty() && value.type() == entry.second.type() && !lmStoreDocument::sameValue(value, entry.second),
-                     entry.first.c_str());
-            loaded.set(entry.first, value, true);
+        {
+            // Values copied from the module's store run its code when they
+            // go: gone before the module is unloaded.
+            const lmMessage defaultValues = defaults();
+            for (const auto &entry : defaultValues.values()) {
+                const auto held = valuesControlsCanHold().find(entry.first);
+                const boost::any value =
+                    held != valuesControlsCanHold().end() ? held->second : lmAwkwardNonDefault(entry.second);
+                QVERIFY2(!value.empty() && value.type() == entry.second.type()
+                             && !lmStoreDocument::sameValue(value, entry.second),
+                         entry.first.c_str());
+                loaded.set(entry.first, value, true);
+            }
         }
         loaded.set("texture search paths", valuesControlsCanHold().at("texture search paths"), true);
         QVERIFY(m_library.unload());
