@@ -1,6 +1,6 @@
 // The WRL page: its two keys and the option string both VRML suffixes get.
 #include "fileio/lmWrlPreferencesGUI.h"
-#include "lmFileIOTestSupport.h"
+#include "lmPageTestSupport.h"
 #include "lmTestSupport.h"
 
 #include <QtTest>
