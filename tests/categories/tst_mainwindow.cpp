@@ -46,7 +46,6 @@ private slots:
         mainWindow.setDefault(lmPreferences::getData(), true);
         QCOMPARE(lmStored<bool>("MainWindow show tool buttons text"), expected);
         QCOMPARE(lmStored<bool>("MainWindow show button text"), true);
-        QCOMPARE(lmPreferences::getData().size(), std::size_t(7));
     }
 
     void theToolbuttonBoxEditsShowButtonText()
