@@ -69,12 +69,21 @@ private slots:
         QCOMPARE(lmStored<float>(key.toLatin1().constData()), stored);
     }
 
-    void oneMistypedPowerwallKeySuppressesThePowerwallCall()
+    void oneMistypedPowerwallKeySuppressesTheCall_data()
     {
+        QTest::addColumn<QString>("key");
+        QTest::newRow("width") << "Powerwall width";
+        QTest::newRow("height") << "Powerwall height";
+        QTest::newRow("distance") << "Powerwall distance";
+    }
+
+    void oneMistypedPowerwallKeySuppressesTheCall()
+    {
+        QFETCH(QString, key);
         lmCameraPreferencesGUII camera;
         startPage(camera);
+        setStored(key.toStdString(), 1200.0); // double, not float
         setStored("Camera fov", int(70));
-        setStored("Powerwall height", 1200.0); // double, not float
         lmPreferences::getData().remove("Stereo zero plane parallaxe");
         QCOMPARE(applyLog(camera), QStringList("lmOSGWidget::setGlobalEyeSeparation(63)"));
     }
