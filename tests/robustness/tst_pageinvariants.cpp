@@ -1,7 +1,7 @@
 // What every page of the real module owes, key by key and control by
 // control: a key holding another type is reported and changes neither the
-// page nor the store, and the texts, validators and bounds written down in
-// tests/data are on the pages.
+// page nor the store, and the defaults, texts, validators and bounds written
+// down in tests/data are what the pages hold and show.
 #include "lmPluginUnderTest.h"
 
 #include "QLMCollapsibleFrame.h"
@@ -275,7 +275,7 @@ private slots:
     }
 
     // Runs after the mistyped keys: restoring the defaults repairs every type.
-    void everyKeyHoldsItsDesignedTypeAndDefault()
+    void everyKeyHoldsItsTypeAndDefault()
     {
         lmPreferencesHost::setDefaultAll(true);
         QStringList wrong;
@@ -286,7 +286,7 @@ private slots:
         }
         for (const QString &key : wrong)
             qWarning("%s", qPrintable(key));
-        QVERIFY2(wrong.isEmpty(), "the keys above differ from their design");
+        QVERIFY2(wrong.isEmpty(), "the keys above hold another type or default");
     }
 
     void pageShowsEveryTextWrittenForIt_data()
