@@ -30,29 +30,6 @@ class tst_Host : public QObject
 private slots:
     void init() { lmResetHost(); }
 
-    void argumentsUseShortestRoundTripText()
-    {
-        lmCallLog::record("X::ints", -1, 4294967295u, 0);
-        lmCallLog::record("X::floats", 45.0f, 0.1f, 0.956f, 1e-7f, 100000.0f);
-        lmCallLog::record("X::doubles", 0.1, 1.0 / 3.0, 1e300);
-        lmCallLog::record("X::special", std::numeric_limits<float>::quiet_NaN(),
-                          -std::numeric_limits<double>::infinity());
-        lmCallLog::record("X::bools", true, false);
-        lmCallLog::record("X::strings", "kbx", std::string("a\"b\\c"), QStringLiteral("ü"));
-        lmCallLog::record("X::colors", osg::Color3f(0.1f, 0.3f, 0.9f), std::vector<float>{1.0f, 0.0f});
-        lmCallLog::record("X::none");
-        QCOMPARE(lmCallLog::lines(), QStringList({
-                                         "X::ints(-1, 4294967295, 0)",
-                                         "X::floats(45, 0.1, 0.956, 1e-07, 1e+05)",
-                                         "X::doubles(0.1, 0.3333333333333333, 1e+300)",
-                                         "X::special(nan, -inf)",
-                                         "X::bools(true, false)",
-                                         "X::strings(\"kbx\", \"a\\\"b\\\\c\", \"ü\")",
-                                         "X::colors(Color3f(0.1, 0.3, 0.9), [1, 0])",
-                                         "X::none()",
-                                     }));
-    }
-
     void undoBlockerMarksCallsWhileAlive()
     {
         {
@@ -71,19 +48,6 @@ private slots:
                                          "lmOSGWidget::setGlobalEyeSeparation(63) [undo blocked]",
                                          "lmOSGWidget::setGlobalEyeSeparation(64)",
                                      }));
-    }
-
-    void listenersSeeEveryLine()
-    {
-        QStringList seen;
-        const int id = lmCallLog::addListener([&seen](const QString &line) { seen << line; });
-        osg::SceneFileHandler::the().setOptions("wrl", "inlineTextures=false");
-        lmCallLog::removeListener(id);
-        osg::SceneFileHandler::the().setOptions("vrml", "inlineTextures=false");
-        QCOMPARE(seen, QStringList({"osg::SceneFileHandler::setOptions(\"wrl\", \"inlineTextures=false\")"}));
-        QCOMPARE(QString::fromLatin1(osg::SceneFileHandler::the().getOptions("vrml")),
-                 QStringLiteral("inlineTextures=false"));
-        QVERIFY(osg::SceneFileHandler::the().getOptions("kb") == nullptr);
     }
 
     void resetReturnsToAFreshHost()

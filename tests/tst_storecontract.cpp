@@ -118,36 +118,6 @@ private slots:
         QVERIFY(!setToMessage(store, "inf", inf, true));
     }
 
-    void keyTableWritesInOrderAndKeepsLoadedValues()
-    {
-        int calls = 0;
-        const lmKeyTable table{
-            lmKey<float>("A first", 1.0f),
-            lmKeyComputed<bool>("A computed", [&calls] { return ++calls > 1; }),
-            lmKeyWithoutDefault<std::vector<std::string>>("A list"),
-        };
-        lmMessage store;
-        store.set("A first", boost::any(7.0f), true);
-        table.writeDefaults(store, false);
-        float first = 0.0f;
-        bool computed = true;
-        QVERIFY(getFromMessage(store, "A first", first));
-        QCOMPARE(first, 7.0f);
-        QVERIFY(getFromMessage(store, "A computed", computed));
-        QCOMPARE(computed, false);
-        QVERIFY(!store.contains("A list"));
-
-        table.writeDefaults(store, true); // the computed default is asked again
-        QVERIFY(getFromMessage(store, "A first", first));
-        QCOMPARE(first, 1.0f);
-        QVERIFY(getFromMessage(store, "A computed", computed));
-        QCOMPARE(computed, true);
-
-        store.set("A list", boost::any(std::vector<std::string>{"x"}), true);
-        store.set("Other", boost::any(1), true);
-        table.removeFrom(store);
-        QCOMPARE(store.keys(), std::vector<std::string>{"Other"});
-    }
 };
 
 QTEST_MAIN(tst_StoreContract)

@@ -68,17 +68,6 @@ class tst_VirtualReality : public QObject
 private slots:
     void init() { lmResetHost(); }
 
-    void defaultsLandInTheSharedStore()
-    {
-        setStored("HMD Foveal Region Size", 0.5f); // loaded before the defaults
-        lmVirtualRealityPreferencesGUII vr;
-        vr.setDefault(false);
-        QCOMPARE(lmStored<float>("HMD Foveal Region Size"), 0.5f);
-        vr.setDefault(true);
-        QCOMPARE(lmPreferences::getData().keys(), kKeys);
-        QCOMPARE(lmStored<float>("HMD Foveal Region Size"), 0.3f);
-    }
-
     void updateGUIShowsTheStoreWithSignalsBlocked()
     {
         lmVirtualRealityPreferencesGUII vr;
@@ -105,11 +94,6 @@ private slots:
 
         QCOMPARE(vr._shadingQuality->currentText(), QStringLiteral("Custom"));
         QCOMPARE(vr._peripheryQuality->currentText(), QStringLiteral("4 Samples"));
-        // The page shows every value: storing it again changes nothing.
-        const QStringList loaded = storeDump();
-        vr.storeGUI();
-        QCOMPARE(storeDump(), loaded);
-
         // What the blocked signals would have updated is updated all the same.
         QVERIFY(vr._starVRFovFactor->isEnabled());
         QVERIFY(!vr._shadingQualityWarning->isHidden());

@@ -4,7 +4,7 @@
 // import options record, a lenient store read, and whether a control of the
 // shared form would be shown.
 #include "fileio/lmFileTypePreferences.h"
-#include "lmFileIOTestSupport.h"
+#include "lmPageTestSupport.h"
 #include "lmImportOptions.h"
 
 #include <QMap>

@@ -35,6 +35,14 @@ void acceptPage(Category &category)
     category.apply();
 }
 
+// True when key holds exactly this type and value.
+template <class T>
+bool holds(const std::string &key, const T &expected)
+{
+    const boost::any &value = lmPreferences::getData().get(key);
+    return !value.empty() && lmHoldsType(value, typeid(T)) && *boost::unsafe_any_cast<T>(&value) == expected;
+}
+
 inline void setStored(const std::string &key, const boost::any &value)
 {
     lmPreferences::getData().set(key, value, true);
