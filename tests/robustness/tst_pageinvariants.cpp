@@ -344,11 +344,11 @@ private slots:
         const QValidator *validator = edit->validator();
         QVERIFY2(validator, "no validator");
         QString shown = QLatin1String(validator->metaObject()->className());
-        if (const auto *number = qobject_cast<const QDoubleValidator *>(validator))
+        if (const auto *number = qobject_cast<const QDoubleValidator *>(validator)) {
             // No limit on the decimals reads 1000 in Qt 5 and -1 in Qt 6.
             const int decimals = number->decimals() < 0 ? 1000 : number->decimals();
             shown += QStringLiteral(" %1 %2 %3").arg(number->bottom()).arg(number->top()).arg(decimals);
-        else if (const auto *integer = qobject_cast<const QIntValidator *>(validator))
+        } else if (const auto *integer = qobject_cast<const QIntValidator *>(validator))
             shown += QStringLiteral(" %1 %2").arg(integer->bottom()).arg(integer->top());
         QCOMPARE(shown, value);
     }
