@@ -60,11 +60,8 @@ private:
     {
         m_session = std::make_unique<lmPreferencesSession>(storePath());
         m_session->loadStore();
-        m_library.setFileName(QStringLiteral(LM_PLUGIN_PATH));
-        auto initPreferencesPlugin = reinterpret_cast<void (*)()>(m_library.resolve("initPreferencesPlugin"));
-        if (!initPreferencesPlugin)
+        if (!lmRunPluginEntry(m_library, QStringLiteral(LM_PLUGIN_PATH)))
             return false;
-        initPreferencesPlugin();
         m_session->startUp();
         return true;
     }

@@ -165,15 +165,7 @@ private:
 
     QString storePath() const { return m_dir.filePath(QStringLiteral("prefs.json")); }
 
-    bool loadModule()
-    {
-        m_library.setFileName(QStringLiteral(LM_PLUGIN_PATH));
-        auto initPreferencesPlugin = reinterpret_cast<void (*)()>(m_library.resolve("initPreferencesPlugin"));
-        if (!initPreferencesPlugin)
-            return false;
-        initPreferencesPlugin();
-        return true;
-    }
+    bool loadModule() { return lmRunPluginEntry(m_library, QStringLiteral(LM_PLUGIN_PATH)); }
 
     // Every key the categories give a default, with that default.
     lmMessage defaults()

@@ -151,3 +151,13 @@ void lmResetHost()
 {
     lmHostSettings::resetHost();
 }
+
+bool lmRunPluginEntry(QLibrary &library, const QString &path)
+{
+    library.setFileName(path);
+    auto initPreferencesPlugin = reinterpret_cast<void (*)()>(library.resolve("initPreferencesPlugin"));
+    if (!initPreferencesPlugin)
+        return false;
+    initPreferencesPlugin();
+    return true;
+}

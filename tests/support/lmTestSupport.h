@@ -4,6 +4,7 @@
 #include "lmPreferences.h"
 
 #include <QDialog>
+#include <QLibrary>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -84,3 +85,7 @@ T lmStored(const char *key)
 
 // Starts every test function from a freshly started stand-in host.
 void lmResetHost();
+
+// Loads the plug-in module at path into library and runs its entry point,
+// as the host does; false when the entry point is not found.
+bool lmRunPluginEntry(QLibrary &library, const QString &path);
