@@ -52,6 +52,9 @@ public:
     explicit lmDialogAnswerer(std::vector<Answer> answers = {});
     ~lmDialogAnswerer() override;
 
+    // Answers the next dialog beyond those already given answers.
+    void add(Answer answer) { m_answers.push_back(std::move(answer)); }
+
     const std::vector<Seen> &seen() const { return m_seen; }
     int count() const { return int(m_seen.size()); }
 

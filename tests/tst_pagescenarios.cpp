@@ -1,0 +1,364 @@
+// Each page driven as the host and a user drive it, from the scenarios in
+// tests/data/scenarios: host state, stored values, hooks, control edits and
+// dialog answers in, host calls, stored values, control states and dialogs
+// out. The format is described at the top of README.txt in that folder.
+#include "categories/lmCameraPreferencesGUI.h"
+#include "categories/lmDevicesPreferencesGUI.h"
+#include "categories/lmHelpPreferencesGUI.h"
+#include "categories/lmMainWindowPreferencesGUI.h"
+#include "categories/lmMarkerPreferencesGUI.h"
+#include "categories/lmNavigatorPreferencesGUI.h"
+#include "categories/lmWebInterfacePreferencesGUI.h"
+#include "lmCallLog.h"
+#include "lmHostProcess.h"
+#include "lmHostSettings.h"
+#include "lmPreferencesHost.h"
+#include "lmStoreFile.h"
+#include "lmTestSupport.h"
+
+#include "QLMColorManipulator.h"
+
+#include <QAbstractButton>
+#include <QColorDialog>
+#include <QDir>
+#include <QTemporaryDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QtTest>
+
+#include <functional>
+#include <map>
+#include <memory>
+
+namespace {
+
+template <class Page>
+std::shared_ptr<void> make()
+{
+    return std::make_shared<Page>();
+}
+
+const std::map<QString, std::shared_ptr<void> (*)()> kPages = {
+    {"lmCameraPreferencesGUII", make<lmCameraPreferencesGUII>},
+    {"lmDevicesPreferencesGUII", make<lmDevicesPreferencesGUII>},
+    {"lmHelpPreferencesGUII", make<lmHelpPreferencesGUII>},
+    {"lmMainWindowPreferencesGUII", make<lmMainWindowPreferencesGUII>},
+    {"lmMarkerPreferencesGUII", make<lmMarkerPreferencesGUII>},
+    {"lmNavigatorPreferencesGUII", make<lmNavigatorPreferencesGUII>},
+    {"lmWebInterfacePreferencesGUII", make<lmWebInterfacePreferencesGUII>},
+};
+
+// Host state set before a page is created; false for a value it does not know.
+const std::map<QString, std::function<bool(const QString &)>> kHostState = {
+    {"edition",
+     [](const QString &name) {
+         lmHostSettings::Edition edition;
+         return lmHostSettings::editionFromName(name, edition) && (lmHostSettings::setEdition(edition), true);
+     }},
+    {"language",
+     [](const QString &name) {
+         lmHostSettings::Language language;
+         return lmHostSettings::languageFromName(name, language) && (lmHostSettings::setDisplayLanguage(language), true);
+     }},
+    {"datadir", [](const QString &dir) { return lmHostSettings::setDataDir(dir), true; }},
+    {"analysis", [](const QString &) { return lmHostSettings::setAnalysisMode(true), true; }},
+    {"viewer", [](const QString &) { return lmHostProcess::setViewer(true), true; }},
+    {"vserver", [](const QString &) { return lmHostProcess::setVServerNode(true), true; }},
+    {"webport", [](const QString &port) { return lmHostProcess::setWebInterfacePort(port.toInt()), true; }},
+    {"webpipe", [](const QString &pipe) { return lmHostProcess::setWebInterfacePipe(pipe), true; }},
+    {"webfails", [](const QString &) { return lmHostProcess::setWebInterfaceStartFails(true), true; }},
+};
+
+// The keys named by wrong-type reports in printed, in key order, each once.
+QStringList wrongTypeReports(const QString &printed)
+{
+    static const QRegularExpression report(QStringLiteral("getFromMessage : Attribute '([^']*)' has wrong type"));
+    QStringList keys;
+    for (auto match = report.globalMatch(printed); match.hasNext();)
+        keys << match.next().captured(1);
+    keys.sort();
+    keys.removeDuplicates();
+    return keys;
+}
+
+lmDialogAnswerer::Answer chooseColor(const QColor &color)
+{
+    return [color](QDialog *dialog) {
+        static_cast<QColorDialog *>(dialog)->setCurrentColor(color);
+        dialog->accept();
+    };
+}
+
+// One line of a scenario split into words; "quoted words" are JSON strings.
+QStringList words(const QString &line, QString *rest = nullptr, int restAfter = -1)
+{
+    QStringList out;
+    int i = 0;
+    while (i < line.size()) {
+        while (i < line.size() && line[i].isSpace())
+            ++i;
+        if (i >= line.size())
+            break;
+        if (out.size() == restAfter && rest) {
+            *rest = line.mid(i);
+            break;
+        }
+        int end = i;
+        if (line[i] == '"') {
+            for (end = i + 1; end < line.size() && line[end] != '"'; ++end)
+                if (line[end] == '\\')
+                    ++end;
+            const QByteArray json = "[" + line.mid(i, end + 1 - i).toUtf8() + "]";
+            out << QJsonDocument::fromJson(json).array().at(0).toString();
+            i = end + 1;
+        } else {
+            while (end < line.size() && !line[end].isSpace())
+                ++end;
+            out << line.mid(i, end - i);
+            i = end;
+        }
+    }
+    return out;
+}
+
+// Runs one scenario; the first failing step ends it with a message.
+class Scenario
+{
+public:
+    explicit Scenario(QStringList lines) : m_lines(std::move(lines)) {}
+    ~Scenario()
+    {
+        m_page.reset();
+        for (const QByteArray &name : m_env)
+            qunsetenv(name.constData());
+    }
+
+    QString run()
+    {
+        lmResetHost();
+        for (QString &line : m_lines)
+            line.replace(QLatin1String("$TMP"), m_dir.path());
+        for (m_at = 0; m_at < m_lines.size() && m_error.isEmpty(); ++m_at)
+            if (!m_lines[m_at].trimmed().isEmpty())
+                step(m_lines[m_at]);
+        if (m_error.isEmpty() && m_dialogsChecked != m_answerer.count())
+            fail(QStringLiteral("%1 dialog(s) shown, %2 expected; first unexpected: \"%3\"")
+                     .arg(m_answerer.count())
+                     .arg(m_dialogsChecked)
+                     .arg(m_answerer.seen()[std::size_t(m_dialogsChecked)].title));
+        return m_error;
+    }
+
+private:
+    void fail(const QString &message)
+    {
+        if (m_error.isEmpty())
+            m_error = QStringLiteral("line %1: %2").arg(m_at + 1).arg(message);
+    }
+
+    lmPreferencesHost::Category category()
+    {
+        const auto categories = lmPreferencesHost::categories();
+        if (categories.empty())
+            fail(QStringLiteral("no page was created"));
+        return categories.empty() ? lmPreferencesHost::Category() : categories.front();
+    }
+
+    QWidget *control(const QString &name)
+    {
+        for (const auto &page : lmPreferencesHost::pages())
+            if (QWidget *widget = name == "page" ? page.widget : page.widget->findChild<QWidget *>(name))
+                return widget;
+        fail(QStringLiteral("no control %1 on the page").arg(name));
+        return nullptr;
+    }
+
+    void compare(const QString &what, const QString &actual, const QString &expected)
+    {
+        if (actual != expected)
+            fail(QStringLiteral("%1\n   actual: %2\n expected: %3").arg(what, actual, expected));
+    }
+
+    // The indented lines after the current one.
+    QStringList block()
+    {
+        QStringList out;
+        while (m_at + 1 < m_lines.size() && m_lines[m_at + 1].startsWith(' '))
+            out << m_lines[++m_at].trimmed();
+        return out;
+    }
+
+    boost::any value(const QString &type, const QString &json)
+    {
+        boost::any out;
+        QString error;
+        const QJsonDocument document = QJsonDocument::fromJson("[" + json.toUtf8() + "]");
+        if (!lmStoreDocument::readValue(type, document.array().at(0), out, &error))
+            fail(QStringLiteral("bad value %1 %2: %3").arg(type, json, error));
+        return out;
+    }
+
+    void step(const QString &line)
+    {
+        QString rest;
+        const QStringList w = words(line, &rest, line.startsWith("store ") || line.startsWith("stored ") ? 3 : -1);
+        const QString verb = w.value(0);
+        const lmPreferencesHost::Category none;
+        if (kHostState.count(verb)) {
+            if (!kHostState.at(verb)(w.value(1)))
+                fail(QStringLiteral("unknown %1 %2").arg(verb, w.value(1)));
+        } else if (verb == "env") {
+            m_env << w.value(1).toUtf8();
+            qputenv(w.value(1).toUtf8().constData(), w.value(2).toUtf8());
+        } else if (verb == "page") {
+            if (!kPages.count(w.value(1)))
+                return fail(QStringLiteral("unknown page class %1").arg(w.value(1)));
+            m_page = kPages.at(w.value(1))();
+            for (const QByteArray &name : m_env) // read at construction only
+                qunsetenv(name.constData());
+        } else if (verb == "store") {
+            lmPreferences::getData().set(w.value(1).toStdString(), value(w.value(2), rest), true);
+        } else if (verb == "remove") {
+            lmPreferences::getData().remove(w.value(1).toStdString());
+        } else if (verb == "stored") {
+            const auto text = [](const boost::any &v) {
+                return lmStoreDocument::typeName(v) + ' ' + QString::fromStdString(lmStoreDocument::valueJson(v));
+            };
+            compare(w.value(1), text(lmPreferences::getData().get(w.value(1).toStdString())), text(value(w.value(2), rest)));
+        } else if (verb == "setDefault") {
+            lmPreferencesHost::setDefault(category(), w.value(1) == "overwrite");
+        } else if (verb == "apply") {
+            lmPreferencesHost::apply(category());
+        } else if (verb == "updateGUI") {
+            lmPreferencesHost::updateGUI(category());
+        } else if (verb == "storeGUI") {
+            lmPreferencesHost::storeGUI(category());
+        } else if (verb == "newScene") {
+            lmPreferencesHost::newScene(category());
+        } else if (verb == "resetUnchanged") {
+            lmPreferencesHost::resetUnchanged();
+        } else if (verb == "start") { // as the host starts: defaults kept, applied, shown
+            const auto c = category();
+            lmPreferencesHost::setDefault(c, false);
+            lmPreferencesHost::apply(c);
+            lmPreferencesHost::updateGUI(c);
+            lmCallLog::clear();
+        } else if (verb == "accept") { // as the host accepts the dialog
+            const auto c = category();
+            lmPreferencesHost::resetUnchanged();
+            lmPreferencesHost::storeGUI(c);
+            lmPreferencesHost::apply(c);
+        } else if (verb == "calls") {
+            compare(QStringLiteral("host calls"), lmCallLog::lines().join("\n           "), block().join("\n           "));
+            lmCallLog::clear();
+        } else if (verb == "unchanged") {
+            QStringList keys;
+            for (const std::string &key : lmPreferencesHost::unchangedKeys(category()))
+                keys << QString::fromStdString(key);
+            compare(QStringLiteral("unchanged keys"), keys.join(", "), w.mid(1).join(", "));
+        } else if (verb == "pages") {
+            compare(QStringLiteral("pages"), QString::number(lmPreferencesHost::pages().size()), w.value(1));
+        } else if (verb == "emit") { // a picker's signal, as if the user chose a colour
+            auto *picker = qobject_cast<QLMColorManipulator *>(control(w.value(1)));
+            if (picker)
+                emit picker->colorChanged(w.value(3).toFloat(), w.value(4).toFloat(), w.value(5).toFloat());
+        } else if (verb == "set" || verb == "click" || verb == "type" || verb == "shows") {
+            QWidget *widget = control(w.value(1));
+            if (!widget)
+                return;
+            if (verb == "set" && !widget->setProperty(w.value(2).toLatin1().constData(), w.value(3)))
+                fail(QStringLiteral("cannot set %1 of %2").arg(w.value(2), w.value(1)));
+            if (verb == "click") { // a button, or the first button inside the control
+                auto *button = qobject_cast<QAbstractButton *>(widget);
+                (button ? button : widget->findChild<QAbstractButton *>())->click();
+            }
+            if (verb == "type")
+                QTest::keyClicks(widget, w.value(2));
+            if (verb == "shows") {
+                QString actual = widget->property(w.value(2).toLatin1().constData()).toString();
+                if (w.value(2) == "hidden")
+                    actual = widget->isHidden() ? "true" : "false";
+                if (auto *picker = qobject_cast<QLMColorManipulator *>(widget)) {
+                    float r = 0, g = 0, b = 0;
+                    picker->getColor(r, g, b);
+                    actual = QStringLiteral("%1 %2 %3").arg(r).arg(g).arg(b);
+                }
+                compare(w.value(1) + ' ' + w.value(2), actual, w.value(3));
+            }
+        } else if (verb == "answer") {
+            m_answerer.add(w.value(1) == "accept"      ? lmDialogAnswerer::accept()
+                           : w.value(1) == "reject"    ? lmDialogAnswerer::reject()
+                           : w.value(1) == "directory" ? lmDialogAnswerer::chooseDirectory(w.value(2))
+                           : w.value(1) == "color"     ? chooseColor(QColor(w.value(2)))
+                                                       : lmDialogAnswerer::clickButton(w.value(1)));
+        } else if (verb == "wrongtype") {
+            compare(QStringLiteral("wrong-type reports"), wrongTypeReports(m_stderr->text()).join(", "), w.mid(1).join(", "));
+            m_stderr = std::make_unique<lmStderrCapture>();
+        } else if (verb == "dialog") {
+            if (m_dialogsChecked >= m_answerer.count())
+                return fail(QStringLiteral("no dialog \"%1\" was shown").arg(w.value(1)));
+            const lmDialogAnswerer::Seen &seen = m_answerer.seen()[std::size_t(m_dialogsChecked++)];
+            QStringList buttons = seen.buttons;
+            buttons.sort();
+            compare(QStringLiteral("dialog"), (QStringList(seen.title) + buttons).join(" | "), w.mid(1).join(" | "));
+        } else {
+            fail(QStringLiteral("unknown step \"%1\"").arg(verb));
+        }
+    }
+
+    QStringList m_lines;
+    int m_at = 0;
+    QString m_error;
+    std::shared_ptr<void> m_page;
+    lmDialogAnswerer m_answerer;
+    int m_dialogsChecked = 0;
+    QList<QByteArray> m_env;
+    QTemporaryDir m_dir;
+    std::unique_ptr<lmStderrCapture> m_stderr = std::make_unique<lmStderrCapture>();
+};
+
+} // namespace
+
+class tst_PageScenarios : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void scenario_data()
+    {
+        QTest::addColumn<QStringList>("lines");
+        const QDir dir(QStringLiteral(LM_TEST_DATA_DIR "/scenarios"));
+        for (const QString &name : dir.entryList({"*.txt"}, QDir::Files, QDir::Name)) {
+            QFile file(dir.filePath(name));
+            QVERIFY(file.open(QIODevice::ReadOnly | QIODevice::Text));
+            QString title;
+            QStringList lines;
+            // A scenario runs from its "== title" line to the next one; the
+            // row keeps blank and comment lines so that line numbers match.
+            const QStringList all = QString::fromUtf8(file.readAll()).split('\n');
+            for (int i = 0; i <= all.size(); ++i) {
+                const QString line = i < all.size() ? all[i] : QStringLiteral("== ");
+                if (line.startsWith("== ")) {
+                    if (!title.isEmpty())
+                        QTest::newRow(qPrintable(name + ": " + title)) << lines;
+                    title = line.mid(3);
+                    lines = QStringList();
+                    for (int k = 0; k <= i; ++k)
+                        lines << QString();
+                } else {
+                    lines << (line.trimmed().startsWith('#') ? QString() : line);
+                }
+            }
+        }
+    }
+
+    void scenario()
+    {
+        QFETCH(QStringList, lines);
+        const QString error = Scenario(lines).run();
+        QVERIFY2(error.isEmpty(), qPrintable(error));
+    }
+};
+
+QTEST_MAIN(tst_PageScenarios)
+#include "tst_pagescenarios.moc"
