@@ -15,10 +15,10 @@ jobs=$(nproc)
 # and what kind of fault it is.
 faults=(
     "KernelPreferences/lmKernelPreferences/categories/lmCameraPreferencesGUI.cpp"
-    "(kFov, 45.0f)" "(kFov, 46.0f)" "a changed default"
+    "{\"Camera fov\", 45.0f}" "{\"Camera fov\", 46.0f}" "a changed default"
 
     "KernelPreferences/lmKernelPreferences/categories/lmWebInterfacePreferencesGUI.cpp"
-    "(kPort, 8888)" "(kPort, 8889)" "a changed default"
+    "{\"WebInterface port\", 8888}" "{\"WebInterface port\", 8889}" "a changed default"
 
     "KernelPreferences/lmKernelPreferences/categories/lmCameraPreferencesGUI.cpp"
     "setPowerwallWindow(-1, width, height, distance)" "setPowerwallWindow(-1, height, width, distance)"
@@ -35,7 +35,7 @@ faults=(
     "a combined host call made although one read failed"
 
     "KernelPreferences/lmKernelPreferences/categories/lmMarkerPreferencesGUI.cpp"
-    "m_page->_marker_size->setValidator(new QDoubleValidator(m_page->_marker_size));" ""
+    "page()->_marker_size->setValidator(new QDoubleValidator(page()->_marker_size));" ""
     "a validator removed from a line edit"
 
     "KernelPreferences/lmKernelPreferences/categories/lmHelpPreferencesGUI.ui"
@@ -44,14 +44,14 @@ faults=(
     "KernelPreferences/lmKernelPreferences/categories/lmMainWindowPreferencesGUI.ui"
     "<string>Disable Docking</string>" "<string>Disable Dock</string>" "a changed check-box text"
 
-    "KernelPreferences/lmKernelPreferences/categories/lmCameraPreferencesGUI.cpp"
-    "    subPreferencesGUI(m_page);" "" "a page that does not withdraw itself"
+    "KernelPreferences/lmKernelPreferences/frame/lmPreferencesPage.h"
+    "        subPreferencesGUI(m_page.get());" "" "a page that does not withdraw itself"
 
     "KernelPreferences/lmKernelPreferences/fileio/lmStlFilePreferencesGUI.cpp"
     "    store.remove(kSourceReferenceBehavior);" "" "a key left behind on destruction"
 
     "KernelPreferences/lmKernelPreferences/categories/lmWebInterfacePreferencesGUI.cpp"
-    "    lmKey<bool>(kDebugMode, false)," "" "a removed key"
+    "kLocalhostOnly, kDebugMode, kUseWhiteList" "kLocalhostOnly, kUseWhiteList" "a removed key"
 
     "KernelPreferences/lmKernelPreferences/fileio/lmKBXFilePreferencesGUI.cpp"
     "\",kbx_export_vertex_colors=\"" "\",kbx_export_vertexcolors=\"" "a changed option string"
@@ -75,7 +75,7 @@ faults=(
     "<string>Inverts the dolly direction of the scroll wheel</string>" "a changed tool tip"
 
     "KernelPreferences/lmKernelPreferences/categories/lmNavigatorPreferencesGUI.cpp"
-    "m_page->_orbit_detection_area->setRange(0, 99999);" "m_page->_orbit_detection_area->setRange(0, 9999);"
+    "page()->_orbit_detection_area->setRange(0, 99999);" "page()->_orbit_detection_area->setRange(0, 9999);"
     "a changed spin-box range"
 
     "KernelPreferences/lmKernelPreferences/categories/lmNavigatorPreferencesGUI.cpp"
@@ -89,33 +89,33 @@ faults=(
 
     "KernelPreferences/lmKernelPreferences/categories/lmCameraPreferencesGUI.cpp"
     "    float eyeSeparation = 0.0f;
-    if (isChanged(kEyeSeparation) && getFromMessage(store, kEyeSeparation, eyeSeparation))
+    if (isChanged(kEyeSeparation) && kEyeSeparation.read(store, eyeSeparation))
         lmOSGWidget::setGlobalEyeSeparation(eyeSeparation);
 
     float zeroParallax = 0.0f;
-    if (isChanged(kZeroParallax) && getFromMessage(store, kZeroParallax, zeroParallax))
+    if (isChanged(kZeroParallax) && kZeroParallax.read(store, zeroParallax))
         lmOSGWidget::setGlobalZeroParallaxDistance(zeroParallax);" "    float zeroParallax = 0.0f;
-    if (isChanged(kZeroParallax) && getFromMessage(store, kZeroParallax, zeroParallax))
+    if (isChanged(kZeroParallax) && kZeroParallax.read(store, zeroParallax))
         lmOSGWidget::setGlobalZeroParallaxDistance(zeroParallax);
 
     float eyeSeparation = 0.0f;
-    if (isChanged(kEyeSeparation) && getFromMessage(store, kEyeSeparation, eyeSeparation))
+    if (isChanged(kEyeSeparation) && kEyeSeparation.read(store, eyeSeparation))
         lmOSGWidget::setGlobalEyeSeparation(eyeSeparation);" "two host calls of apply swapped"
 
     "KernelPreferences/lmKernelPreferences/categories/lmCameraPreferencesGUI.cpp"
-    "if (isChanged(kEyeSeparation) && getFromMessage(store, kEyeSeparation, eyeSeparation))"
-    "if (getFromMessage(store, kEyeSeparation, eyeSeparation))" "a missing change gate"
+    "if (isChanged(kEyeSeparation) && kEyeSeparation.read(store, eyeSeparation))"
+    "if (kEyeSeparation.read(store, eyeSeparation))" "a missing change gate"
 
     "KernelPreferences/lmKernelPreferences/categories/lmNavigatorPreferencesGUI.cpp"
-    "lmKey<int>(kOrbitDetectionArea, 40)," "lmKey<unsigned int>(kOrbitDetectionArea, 40u),"
+    "lmTypedKey<int> kOrbitDetectionArea{\"Navigator orbit detection area\", 40};" "lmTypedKey<unsigned int> kOrbitDetectionArea{\"Navigator orbit detection area\", 40u};"
     "a default of another type"
 
     "KernelPreferences/lmKernelPreferences/fileio/lmTesselationPreferencesGUI.cpp"
     "    m_page->_offset_factor->setValidator(new QDoubleValidator(m_page->_offset_factor));" ""
     "another validator removed from a line edit"
 
-    "KernelPreferences/lmKernelPreferences/categories/lmHelpPreferencesGUI.cpp"
-    "    subPreferencesGUI(m_page);" "" "another page that does not withdraw itself"
+    "KernelPreferences/lmKernelPreferences/frame/lmPreferencesPage.h"
+    "        keys.removeFrom(getData());" "" "pages that leave their keys behind"
 
     "KernelPreferences/lmKernelPreferences/categories/lmCameraPreferencesGUI.ui"
     "<string>Zero Parallax Distance</string>" "<string>Zero Parallax</string>" "another changed label"
@@ -141,13 +141,14 @@ trap 'restore; rm -f "$saved"' EXIT
 count=$((${#faults[@]} / 4))
 chosen=("$@")
 ((${#chosen[@]})) || chosen=($(seq 1 "$count"))
-caught=0 tried=0 survivors=()
+caught=0 tried=0 survivors=() stale=()
 for n in "${chosen[@]}"; do
     i=$(((n - 1) * 4))
     file=${faults[i]} from=${faults[i + 1]} to=${faults[i + 2]} kind=${faults[i + 3]}
     content=$(<"$file")
     if [[ $content != *"$from"* ]]; then
         echo "fault $n ($kind): its text is no longer in $file, skipped"
+        stale+=("$n")
         continue
     fi
     cp "$file" "$saved"
@@ -171,3 +172,6 @@ build
 
 echo "seeded faults caught: $caught of $tried"
 ((${#survivors[@]} == 0)) || printf '  survived %s\n' "${survivors[@]}"
+# A fault whose text the sources no longer hold measures nothing: its entry
+# must follow the code.
+((${#stale[@]} == 0)) || { echo "stale fault entries: ${stale[*]}" >&2; exit 1; }

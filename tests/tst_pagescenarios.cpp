@@ -2,13 +2,7 @@
 // tests/data/scenarios: host state, stored values, hooks, control edits and
 // dialog answers in, host calls, stored values, control states and dialogs
 // out. The format is described at the top of README.txt in that folder.
-#include "categories/lmCameraPreferencesGUI.h"
-#include "categories/lmDevicesPreferencesGUI.h"
-#include "categories/lmHelpPreferencesGUI.h"
-#include "categories/lmMainWindowPreferencesGUI.h"
-#include "categories/lmMarkerPreferencesGUI.h"
-#include "categories/lmNavigatorPreferencesGUI.h"
-#include "categories/lmWebInterfacePreferencesGUI.h"
+#include "lmCategoryRows.h"
 #include "lmCallLog.h"
 #include "lmHostProcess.h"
 #include "lmHostSettings.h"
@@ -31,22 +25,6 @@
 #include <memory>
 
 namespace {
-
-template <class Page>
-std::shared_ptr<void> make()
-{
-    return std::make_shared<Page>();
-}
-
-const std::map<QString, std::shared_ptr<void> (*)()> kPages = {
-    {"lmCameraPreferencesGUII", make<lmCameraPreferencesGUII>},
-    {"lmDevicesPreferencesGUII", make<lmDevicesPreferencesGUII>},
-    {"lmHelpPreferencesGUII", make<lmHelpPreferencesGUII>},
-    {"lmMainWindowPreferencesGUII", make<lmMainWindowPreferencesGUII>},
-    {"lmMarkerPreferencesGUII", make<lmMarkerPreferencesGUII>},
-    {"lmNavigatorPreferencesGUII", make<lmNavigatorPreferencesGUII>},
-    {"lmWebInterfacePreferencesGUII", make<lmWebInterfacePreferencesGUII>},
-};
 
 // Host state set before a page is created; false for a value it does not know.
 const std::map<QString, std::function<bool(const QString &)>> kHostState = {
@@ -211,9 +189,11 @@ private:
             m_env << w.value(1).toUtf8();
             qputenv(w.value(1).toUtf8().constData(), w.value(2).toUtf8());
         } else if (verb == "page") {
-            if (!kPages.count(w.value(1)))
+            for (const lmCategoryRow &row : lmCategoryRows())
+                if (w.value(1) == row.className)
+                    m_page = row.make();
+            if (!m_page)
                 return fail(QStringLiteral("unknown page class %1").arg(w.value(1)));
-            m_page = kPages.at(w.value(1))();
             for (const QByteArray &name : m_env) // read at construction only
                 qunsetenv(name.constData());
         } else if (verb == "store") {
@@ -309,7 +289,7 @@ private:
     QStringList m_lines;
     int m_at = 0;
     QString m_error;
-    std::shared_ptr<void> m_page;
+    std::unique_ptr<QObject> m_page;
     lmDialogAnswerer m_answerer;
     int m_dialogsChecked = 0;
     QList<QByteArray> m_env;
