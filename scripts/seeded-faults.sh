@@ -111,7 +111,7 @@ faults=(
     "a default of another type"
 
     "KernelPreferences/lmKernelPreferences/fileio/lmTesselationPreferencesGUI.cpp"
-    "    m_page->_offset_factor->setValidator(new QDoubleValidator(m_page->_offset_factor));" ""
+    "    page()->_offset_factor->setValidator(new QDoubleValidator(page()->_offset_factor));" ""
     "another validator removed from a line edit"
 
     "KernelPreferences/lmKernelPreferences/frame/lmPreferencesPage.h"
@@ -119,6 +119,20 @@ faults=(
 
     "KernelPreferences/lmKernelPreferences/categories/lmCameraPreferencesGUI.ui"
     "<string>Zero Parallax Distance</string>" "<string>Zero Parallax</string>" "another changed label"
+
+    "KernelPreferences/lmKernelPreferences/fileio/lmFileIOPreferencesGUI.cpp"
+    "    lmFileIO::enableOptimizeTransparencies(false);
+    lmFileIO::setShowFileIOProgress(true);" "    lmFileIO::setShowFileIOProgress(true);
+    lmFileIO::enableOptimizeTransparencies(false);" "two fixed host calls of apply swapped"
+
+    "KernelPreferences/lmKernelPreferences/fileio/lmOsbPreferencesGUI.cpp"
+    "    case 4:
+        return 5;" "    case 4:
+        return 4;" "a changed compression mapping"
+
+    "KernelPreferences/lmKernelPreferences/fileio/lmKovaPreferencesGUI.cpp"
+    "options += \",importunits=\" + importUnits;" "options += \",importunits=\" + units;"
+    "an option string item taken from the wrong key"
 )
 
 cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DLM_BENCHMARKS=OFF >/dev/null

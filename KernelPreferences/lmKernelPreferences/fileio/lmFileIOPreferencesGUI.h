@@ -1,7 +1,6 @@
 #pragma once
 
-#include "lmLoadedValues.h"
-#include "lmPreferences.h"
+#include "lmPreferencesPage.h"
 #include "ui_lmFileIOPreferencesGUI.h"
 
 #include <QObject>
@@ -16,20 +15,16 @@ public:
 // General loader settings: geometry checks, texture compression and search
 // paths, the conversion folder, the import dialog and the converter format.
 // Every readable key is pushed on apply; nothing is change-tracked.
-class lmFileIOPreferencesGUII : public QObject, public lmPreferences
+class lmFileIOPreferencesGUII : public QObject, public lmPreferencesPage<lmFileIOPreferencesGUIW>
 {
     Q_OBJECT
 
 public:
     lmFileIOPreferencesGUII();
-    ~lmFileIOPreferencesGUII() override;
 
-    void setDefault(lmMessage &hostData, bool overwrite) override;
     void apply() override;
     void updateGUI() override;
     void storeGUI() override;
-
-    lmFileIOPreferencesGUIW *page() const { return m_page; }
 
 public Q_SLOTS:
     void clickedAdd();
@@ -38,7 +33,4 @@ public Q_SLOTS:
 
 private:
     void addTexturePathRow(const QString &path);
-
-    lmFileIOPreferencesGUIW *m_page;
-    lmLoadedValues m_loaded;
 };
