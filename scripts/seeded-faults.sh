@@ -158,6 +158,11 @@ faults=(
     "KernelPreferences/lmprefs-host/lmSettingSearch.cpp"
     "result += c.toLower();" "result += c;" "a search that does not ignore case"
 
+    "KernelPreferences/lmprefs-host/lmPreferencesSession.cpp"
+    "    lmPreferencesHost::applyAll();
+    lmPreferencesHost::resetUnchanged();
+    m_pushInFull.clear();" "    lmPreferencesHost::applyAll();
+    m_pushInFull.clear();" "unchanged marks kept after an accepted apply"
 )
 
 cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DLM_BENCHMARKS=OFF >/dev/null
