@@ -260,6 +260,8 @@ private slots:
              "Camera|Selected Object/Origin|Focus Distance|Standard"},
             {"MainWindow show tool buttons text", "MainWindow", "", ""},
             {"WebInterface white list", "WebInterface", "Allowed hosts", ""},
+            {"RenderOptions background ints", "Render Options", "Background", ""},
+            {"StepOptions import coord systems", "FileIO/Step", "", ""},
             {"PLMXML load referenced files", "FileIO/PLM XML", "Import Referenced Files", ""},
         };
         for (const QStringList &e : expected) {

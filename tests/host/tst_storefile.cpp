@@ -16,6 +16,7 @@
 #include <QtTest>
 
 #include <charconv>
+#include <cmath>
 #include <csignal>
 #include <limits>
 #include <sys/resource.h>
@@ -98,7 +99,8 @@ private slots:
         QTest::newRow("float subnormal") << boost::any(1e-45f) << "{\"type\": \"float\", \"value\": 1e-45}";
         QTest::newRow("float nan") << boost::any(std::numeric_limits<float>::quiet_NaN()) << "{\"type\": \"float\", \"value\": \"nan\"}";
         QTest::newRow("float -0") << boost::any(-0.0f) << "{\"type\": \"float\", \"value\": \"-0\"}";
-        QTest::newRow("double") << boost::any(0.1) << "{\"type\": \"double\", \"value\": 0.1}";
+        QTest::newRow("float next to 1") << boost::any(std::nextafter(1.0f, 2.0f)) << "{\"type\": \"float\", \"value\": 1.0000001}";
+        QTest::newRow("double") << boost::any(0.1 + 0.2) << "{\"type\": \"double\", \"value\": 0.30000000000000004}";
         QTest::newRow("double -inf") << boost::any(-double(inf)) << "{\"type\": \"double\", \"value\": \"-inf\"}";
         QTest::newRow("int") << boost::any(std::numeric_limits<int>::min()) << "{\"type\": \"int\", \"value\": -2147483648}";
         QTest::newRow("uint") << boost::any(4294967295u) << "{\"type\": \"uint\", \"value\": 4294967295}";
