@@ -133,6 +133,50 @@ faults=(
     "KernelPreferences/lmKernelPreferences/fileio/lmKovaPreferencesGUI.cpp"
     "options += \",importunits=\" + importUnits;" "options += \",importunits=\" + units;"
     "an option string item taken from the wrong key"
+
+    "KernelPreferences/lmprefs-host/lmStoreFile.cpp"
+    "std::is_same<T, unsigned int>::value) return \"uint\";" "std::is_same<T, unsigned int>::value) return \"unit\";"
+    "a type tag misspelled when writing"
+
+    "KernelPreferences/lmprefs-host/lmStoreFile.cpp"
+    "    if (!m_loadError.isEmpty())
+        return fail(" "    if (false)
+        return fail(" "a file that could not be loaded overwritten without consent"
+
+    "KernelPreferences/lmprefs-host/lmStoreFile.cpp"
+    "if (!lock.tryLock(m_lockTimeout)) {" "if (false) {" "a save that skips the lock"
+
+    "KernelPreferences/lmprefs-host/lmStoreFile.cpp"
+    "mergedOnto(disk, store, *base)" "mergedOnto(store, disk, *base)"
+    "a merge in which the file on disk wins over this instance's later change"
+
+    "KernelPreferences/lmprefs-host/lmHostApplication.cpp"
+    "return fail(2, QStringLiteral(\"unknown preference key" "return fail(1, QStringLiteral(\"unknown preference key"
+    "a wrong exit status for an unknown key"
+
+    "KernelPreferences/lmprefs-host/lmKeyDescription.cpp"
+    "            if (home.at(key) == i && std::none_of(" "            if (false && std::none_of("
+    "a key description that leaves out keys without a control"
+
+    "KernelPreferences/lmprefs-host/lmPreferencesDialog.cpp"
+    "button(QDialogButtonBox::Apply)->setEnabled(isPending());" "button(QDialogButtonBox::Apply)->setEnabled(true);"
+    "Apply enabled without pending edits"
+
+    "KernelPreferences/lmprefs-host/lmPreferencesDialog.cpp"
+    "    if (!isPending())
+        return true;
+    QMessageBox box(QMessageBox::Question" "    if (true)
+        return true;
+    QMessageBox box(QMessageBox::Question" "pending edits discarded without asking"
+
+    "KernelPreferences/lmprefs-host/lmSettingSearch.cpp"
+    "result += c.toLower();" "result += c;" "a search that does not ignore case"
+
+    "KernelPreferences/lmprefs-host/lmPreferencesSession.cpp"
+    "    lmPreferencesHost::applyAll();
+    lmPreferencesHost::resetUnchanged();
+    m_pushInFull.clear();" "    lmPreferencesHost::applyAll();
+    m_pushInFull.clear();" "unchanged marks kept after an accepted apply"
 )
 
 cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DLM_BENCHMARKS=OFF >/dev/null

@@ -1,6 +1,5 @@
 // The plug-in module as the host sees it: one exported entry point that
 // creates every category once, and an unload that leaves no key behind.
-#include "lmCallLog.h"
 #include "lmHostSettings.h"
 #include "lmPreferences.h"
 #include "lmPreferencesHost.h"
@@ -12,63 +11,29 @@
 
 namespace {
 
-struct Row
-{
-    const char *group;
-    const char *page;
-};
-
 // The dialog pages in creation order.
-const std::vector<Row> kPages = {
-    {"FileIO", "Catia V4"},
-    {"FileIO", "Catia V5"},
-    {"FileIO", "Ondra"},
-    {"FileIO", "Iges"},
-    {"FileIO", "NX"},
-    {"FileIO", "Step"},
-    {"FileIO", "Draftex"},
-    {"FileIO", "Fabricor"},
-    {"FileIO", "SolidWorks"},
-    {"FileIO", "SolidEdge"},
-    {"FileIO", "STL"},
-    {"FileIO", "ProE / Creo"},
-    {"FileIO", "JT"},
-    {"FileIO", "Rhino"},
-    {"FileIO", "Base CAD"},
-    {"FileIO", "KBX"},
-    {"FileIO", "DGN"},
-    {"FileIO", "PLM XML"},
-    {"Camera", ""},
-    {"Devices", "Devices"},
-    {"FileIO", "FileIO"},
-    {"MainWindow", ""},
-    {"Selection", ""},
-    {"FileIO", "Kova"},
-    {"Navigator", ""},
-    {"FileIO", "OSB / VPB"},
-    {"Render Options", ""},
-    {"Import", "Tesselation"},
-    {"WebInterface", ""},
-    {"FileIO", "WRL"},
-    {"Help", ""},
-    {"Virtual Reality", ""},
+const QStringList kPages = {
+    "FileIO/Catia V4", "FileIO/Catia V5", "FileIO/Ondra", "FileIO/Iges", "FileIO/NX", "FileIO/Step",
+    "FileIO/Draftex", "FileIO/Fabricor", "FileIO/SolidWorks", "FileIO/SolidEdge", "FileIO/STL", "FileIO/ProE / Creo",
+    "FileIO/JT", "FileIO/Rhino", "FileIO/Base CAD", "FileIO/KBX", "FileIO/DGN", "FileIO/PLM XML", "Camera",
+    "Devices/Devices", "FileIO/FileIO", "MainWindow", "Selection", "FileIO/Kova", "Navigator", "FileIO/OSB / VPB",
+    "Render Options", "Import/Tesselation", "WebInterface", "FileIO/WRL", "Help", "Virtual Reality",
 };
 
 QStringList pagePaths()
 {
     QStringList paths;
     for (const lmPreferencesHost::Page &page : lmPreferencesHost::pages())
-        paths << (page.page.isEmpty() ? page.group : page.group + '/' + page.page);
+        paths << page.path();
     return paths;
 }
 
-QStringList expectedPaths(const std::function<bool(const Row &)> &keep)
+QStringList pagesWithout(const QStringList &hidden)
 {
-    QStringList paths;
-    for (const Row &row : kPages)
-        if (keep(row))
-            paths << (*row.page ? QStringLiteral("%1/%2").arg(row.group, row.page) : QString(row.group));
-    return paths;
+    QStringList pages = kPages;
+    for (const QString &page : hidden)
+        pages.removeOne(page);
+    return pages;
 }
 
 } // namespace
@@ -76,17 +41,6 @@ QStringList expectedPaths(const std::function<bool(const Row &)> &keep)
 class tst_Module : public QObject
 {
     Q_OBJECT
-
-private:
-    using Entry = void (*)();
-
-    Entry load(QLibrary &library)
-    {
-        library.setFileName(QStringLiteral(LM_PLUGIN_PATH));
-        if (!library.load())
-            return nullptr;
-        return reinterpret_cast<Entry>(library.resolve("initPreferencesPlugin"));
-    }
 
 private slots:
     // Applying the file I/O page writes the application's Qt settings.
@@ -100,35 +54,29 @@ private slots:
         nm.start(QStringLiteral("nm"), {"-D", "--defined-only", "--format=just-symbols", LM_PLUGIN_PATH});
         QVERIFY(nm.waitForFinished(-1));
         QCOMPARE(nm.exitCode(), 0);
-        const QStringList symbols = QString::fromLatin1(nm.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
-        QCOMPARE(symbols, QStringList({"initPreferencesPlugin"}));
+        QCOMPARE(QString::fromLatin1(nm.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts),
+                 QStringList({"initPreferencesPlugin"}));
     }
 
+    // A second call creates nothing; a key of the host's own survives the unload.
     void createsEachRowOnceAndRemovesEveryKeyOnUnload()
     {
         QLibrary library;
-        Entry initPreferencesPlugin = load(library);
-        QVERIFY2(initPreferencesPlugin, qPrintable(library.errorString()));
-
-        initPreferencesPlugin();
+        QVERIFY2(lmRunPluginEntry(library, QStringLiteral(LM_PLUGIN_PATH)), qPrintable(library.errorString()));
         const std::size_t categories = lmPreferencesHost::categories().size();
-        QCOMPARE(pagePaths(), expectedPaths([](const Row &) { return true; }));
+        QCOMPARE(pagePaths(), kPages);
         lmPreferencesHost::setDefaultAll(false);
         lmPreferencesHost::applyAll();
         lmPreferencesHost::updateGUIAll();
         const std::size_t keys = lmPreferences::getData().size();
         QVERIFY(keys > 0);
-
-        initPreferencesPlugin();
+        reinterpret_cast<void (*)()>(library.resolve("initPreferencesPlugin"))();
         QCOMPARE(lmPreferencesHost::categories().size(), categories);
-        QCOMPARE(pagePaths(), expectedPaths([](const Row &) { return true; }));
+        QCOMPARE(pagePaths(), kPages);
         QCOMPARE(lmPreferences::getData().size(), keys);
-
-        // A key of the host's own survives the unload.
         lmPreferences::getData().set("Host own key", boost::any(1), true);
         QVERIFY(library.unload());
-        QVERIFY(lmPreferencesHost::categories().empty());
-        QVERIFY(lmPreferencesHost::pages().empty());
+        QVERIFY(lmPreferencesHost::categories().empty() && lmPreferencesHost::pages().empty());
         QCOMPARE(lmPreferences::getData().keys(), std::vector<std::string>{"Host own key"});
     }
 
@@ -136,26 +84,18 @@ private slots:
     {
         lmHostSettings::setEdition(lmHostSettings::Restricted);
         QLibrary library;
-        Entry initPreferencesPlugin = load(library);
-        QVERIFY2(initPreferencesPlugin, qPrintable(library.errorString()));
-        initPreferencesPlugin();
-        const QStringList hidden = {"Camera", "Import/Tesselation", "WebInterface"};
-        QCOMPARE(pagePaths(), expectedPaths([&hidden](const Row &row) {
-                     const QString path = *row.page ? QStringLiteral("%1/%2").arg(row.group, row.page) : QString(row.group);
-                     return !hidden.contains(path);
-                 }));
+        QVERIFY2(lmRunPluginEntry(library, QStringLiteral(LM_PLUGIN_PATH)), qPrintable(library.errorString()));
+        QCOMPARE(pagePaths(), pagesWithout({"Camera", "Import/Tesselation", "WebInterface"}));
         lmPreferencesHost::setDefaultAll(false);
         // The camera keys exist although its page is not shown.
         QVERIFY(lmPreferences::getData().contains("Camera fov"));
         QVERIFY(!lmPreferences::getData().contains("Optimizer Teselation Quality"));
-
         // The skipped row was never built, so a later call in another edition builds it.
         const std::size_t categories = lmPreferencesHost::categories().size();
         lmHostSettings::setEdition(lmHostSettings::Professional);
-        initPreferencesPlugin();
+        reinterpret_cast<void (*)()>(library.resolve("initPreferencesPlugin"))();
         QCOMPARE(lmPreferencesHost::categories().size(), categories + 1);
-        QVERIFY(pagePaths().contains("Import/Tesselation"));
-        QVERIFY(!pagePaths().contains("Camera"));
+        QVERIFY(pagePaths().contains("Import/Tesselation") && !pagePaths().contains("Camera"));
         QVERIFY(library.unload());
         QCOMPARE(lmPreferences::getData().size(), std::size_t(0));
     }

@@ -2,6 +2,7 @@
 // changed as a person would changes exactly its keys, and every key that
 // has a control on its page is held by one.
 #include "lmPreferencesSession.h"
+#include "lmSettingControls.h"
 #include "lmStoreFile.h"
 
 #include "lmKeyBinding.h"
@@ -20,7 +21,6 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QStackedWidget>
 #include <QTableWidget>
 #include <QTreeWidget>
 #include <QtTest>
@@ -35,19 +35,11 @@ using Keys = std::set<std::string>;
 
 // Keys that their category writes but that no control on its page holds.
 const Keys kWithoutControl = {
-    "MainWindow show tool buttons text",
-    "Loader parallel loading",
-    "OsbFileIO pack indices",
-    "OsbFileIO unpack 16 bit indices",
-    "VpbFileIO show calc vset previews dialog",
-    "RenderOptions antialiase distance",
-    "RenderOptions antialiase scale",
-    "RenderOptions fast fullscreen",
-    "RenderOptions gl context sharing",
-    "RenderOptions correct two sided lighting",
-    "RenderOptions clipping plane adaption",
-    "RenderOptions hardware antialiasing samples",
-    "RenderOptions nvidia sli enable",
+    "MainWindow show tool buttons text", "Loader parallel loading", "OsbFileIO pack indices",
+    "OsbFileIO unpack 16 bit indices", "VpbFileIO show calc vset previews dialog", "RenderOptions antialiase distance",
+    "RenderOptions antialiase scale", "RenderOptions fast fullscreen", "RenderOptions gl context sharing",
+    "RenderOptions correct two sided lighting", "RenderOptions clipping plane adaption",
+    "RenderOptions hardware antialiasing samples", "RenderOptions nvidia sli enable",
     "STLOptions import source reference behavior",
 };
 
@@ -58,19 +50,16 @@ bool cadOptionWithoutControl(const std::string &type, const std::string &suffix)
     static const Keys everyFormat = {"Options tessellation", "Options import smart reference behavior",
                                      "Options import create as smart"};
     static const Keys tessellationWidget = {
-        "Options stitching",        "Options stitching tolerance", "Options keep surface data",
-        "Options create groups for layers", "Options chord deviation", "Options normal tolerance",
-        "Options max chord length", "Options merge geometries",    "Options remove empty groups",
-        "Options unshare nodes",    "Options flush transformations", "Options unify surface normals"};
-    if (type == "STL") // its page shows the export format only
-        return true;
-    if (everyFormat.count(suffix))
+        "Options stitching", "Options stitching tolerance", "Options keep surface data", "Options create groups for layers",
+        "Options chord deviation", "Options normal tolerance", "Options max chord length", "Options merge geometries",
+        "Options remove empty groups", "Options unshare nodes", "Options flush transformations",
+        "Options unify surface normals"};
+    if (type == "STL" || everyFormat.count(suffix)) // the STL page shows the export format only
         return true;
     if (suffix == "Options import empty layers")
         return type != "Ondra" && type != "NX";
-    if (type == "PLMXML") // its sub-references use "PLMXML load referenced files"
-        return suffix == "Options import referenced files" || tessellationWidget.count(suffix);
-    return false;
+    // PLM XML's sub-references use "PLMXML load referenced files".
+    return type == "PLMXML" && (suffix == "Options import referenced files" || tessellationWidget.count(suffix));
 }
 
 // A person's change to a control; false when the test does not know how.
@@ -125,23 +114,6 @@ bool change(QWidget *control)
     return true;
 }
 
-// Hidden on its page for good (another format's group of a shared form),
-// not merely on another tab or in a collapsed frame.
-bool hiddenForGood(const QWidget *control, const QWidget *page)
-{
-    for (const QWidget *w = control; w && w != page; w = w->parentWidget()) {
-        if (const auto *stack = qobject_cast<const QStackedWidget *>(w->parentWidget())) {
-            if (stack->indexOf(const_cast<QWidget *>(w)) < 0)
-                return true;
-            continue;
-        }
-        if (w->testAttribute(Qt::WA_WState_ExplicitShowHide) && w->testAttribute(Qt::WA_WState_Hidden)
-            && !(w->parentWidget() && w->parentWidget()->property("collapsed").toBool()))
-            return true;
-    }
-    return false;
-}
-
 Keys keysOf(const QStringList &names)
 {
     Keys keys;
@@ -173,10 +145,7 @@ private slots:
     {
         lmResetHost();
         m_session = std::make_unique<lmPreferencesSession>();
-        m_library.setFileName(QStringLiteral(LM_PLUGIN_PATH));
-        auto initPreferencesPlugin = reinterpret_cast<void (*)()>(m_library.resolve("initPreferencesPlugin"));
-        QVERIFY2(initPreferencesPlugin, qPrintable(m_library.errorString()));
-        initPreferencesPlugin();
+        QVERIFY2(lmRunPluginEntry(m_library, QStringLiteral(LM_PLUGIN_PATH)), qPrintable(m_library.errorString()));
         m_session->startUp();
     }
 
@@ -216,7 +185,7 @@ private slots:
                 if (std::none_of(bound.begin(), bound.end(), [&](const std::string &key) {
                         return defaults.contains(key) || key == "texture search paths";
                     })) {
-                    QVERIFY2(hiddenForGood(control, page.widget), qPrintable(where + " holds another page's keys"));
+                    QVERIFY2(lmSettingControls::isHidden(control, page.widget), qPrintable(where + " holds another page's keys"));
                     continue;
                 }
                 lmPreferencesHost::storeGUI(page.owner);
@@ -226,14 +195,10 @@ private slots:
                 for (int attempt = 0; attempt < 10 && changed.empty(); ++attempt) {
                     QVERIFY2(change(control), qPrintable(where + ": no way to change a " + control->metaObject()->className()));
                     lmPreferencesHost::storeGUI(page.owner);
-                    Keys keys;
-                    for (const std::string &key : before.keys())
-                        keys.insert(key);
-                    for (const std::string &key : store.keys())
-                        keys.insert(key);
-                    for (const std::string &key : keys)
-                        if (!lmStoreDocument::sameValue(before.get(key), store.get(key)))
-                            changed.insert(key);
+                    for (const lmMessage *values : std::initializer_list<const lmMessage *>{&before, &store})
+                        for (const auto &entry : values->values())
+                            if (!lmStoreDocument::sameValue(before.get(entry.first), store.get(entry.first)))
+                                changed.insert(entry.first);
                 }
                 Keys allowed = bound;
                 for (const std::string &key : bound)

@@ -1,6 +1,7 @@
 // The store file: every value type survives a save and a load bit for bit, a
-// damaged file is reported and left alone, a failed save loses nothing, and a
-// saver killed at any moment leaves a file that loads.
+// damaged file is reported and left alone, two instances' saves merge key by
+// key, a failed save loses nothing, and a saver killed at any moment leaves a
+// file that loads.
 #include "lmStoreFile.h"
 #include "lmValueParser.h"
 
@@ -15,179 +16,56 @@
 #include <QtTest>
 
 #include <charconv>
+#include <cmath>
 #include <csignal>
-#include <cstring>
 #include <limits>
 #include <sys/resource.h>
 
 namespace {
 
-using Floats = std::vector<float>;
-using Colors = std::vector<osg::Color3f>;
 using Strings = std::vector<std::string>;
-
-// Random values of every preference type, biased towards the awkward ones:
-// arbitrary float and double bit patterns (NaN, infinities, subnormals, -0),
-// bytes that are not UTF-8, lone surrogates, control characters.
-class Generator
-{
-public:
-    explicit Generator(quint32 seed) : m_random(seed) {}
-
-    quint32 bits() { return m_random.generate(); }
-    int below(int n) { return int(m_random.bounded(n)); }
-
-    float anyFloat()
-    {
-        switch (below(4)) {
-        case 0: return float(m_random.generateDouble() * 2000 - 1000);
-        case 1: return std::array<float, 5>{0.1f, -0.0f, 45.0f, 1e-45f, std::numeric_limits<float>::max()}[below(5)];
-        default: {
-            const quint32 b = bits();
-            float f;
-            std::memcpy(&f, &b, sizeof f);
-            return f;
-        }
-        }
-    }
-
-    double anyDouble()
-    {
-        const quint64 b = m_random.generate64();
-        double d;
-        std::memcpy(&d, &b, sizeof d);
-        return below(3) == 0 ? m_random.generateDouble() * 1e6 : d;
-    }
-
-    std::string bytes()
-    {
-        std::string text;
-        const bool utf8 = below(2) == 0;
-        for (int i = below(12); i > 0; --i)
-            text += utf8 ? std::array<const char *, 6>{"a", "\xc3\xbc", "\xe2\x82\xac", "\xf0\x9f\x98\x80", "\"", "\n"}[below(6)]
-                         : std::string(1, char(bits() & 0xFF));
-        return text;
-    }
-
-    QString qstring()
-    {
-        QString text;
-        for (int i = below(10); i > 0; --i)
-            text += QChar(ushort(below(3) == 0 ? 0xD800 + below(0x800) : bits() & 0xFFFF));
-        return text;
-    }
-
-    osg::Color3f color() { return osg::Color3f(anyFloat(), anyFloat(), anyFloat()); }
-
-    boost::any value(int type)
-    {
-        switch (type) {
-        case 0: return int(bits());
-        case 1: return unsigned(bits());
-        case 2: return anyFloat();
-        case 3: return anyDouble();
-        case 4: return below(2) == 0;
-        case 5: return bytes();
-        case 6: return qstring();
-        case 7: return color();
-        case 8: return list<float>([this] { return anyFloat(); });
-        case 9: return list<osg::Color3f>([this] { return color(); });
-        default: return list<std::string>([this] { return bytes(); });
-        }
-    }
-
-    lmMessage store(int keys)
-    {
-        lmMessage store;
-        for (int i = 0; i < keys; ++i)
-            store.set("Key " + std::to_string(i), value(i % 11), true);
-        return store;
-    }
-
-private:
-    template <class T, class F>
-    std::vector<T> list(F make)
-    {
-        std::vector<T> values(std::size_t(below(5)));
-        std::generate(values.begin(), values.end(), make);
-        return values;
-    }
-
-    QRandomGenerator m_random;
-};
-
-// Bitwise comparison written independently of the code under test.
-template <class F>
-bool sameBits(F a, F b)
-{
-    return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;
-}
-
-bool sameColor(const osg::Color3f &a, const osg::Color3f &b)
-{
-    return sameBits(a.red(), b.red()) && sameBits(a.green(), b.green()) && sameBits(a.blue(), b.blue());
-}
-
-template <class T>
-const T *as(const boost::any &v)
-{
-    return lmHoldsType(v, typeid(T)) ? boost::unsafe_any_cast<T>(&v) : nullptr;
-}
-
-bool identical(const boost::any &a, const boost::any &b)
-{
-    if (std::strcmp(a.type().name(), b.type().name()) != 0)
-        return false;
-    if (auto *x = as<float>(a)) return sameBits(*x, *as<float>(b));
-    if (auto *x = as<double>(a)) return sameBits(*x, *as<double>(b));
-    if (auto *x = as<osg::Color3f>(a)) return sameColor(*x, *as<osg::Color3f>(b));
-    if (auto *x = as<Floats>(a))
-        return std::equal(x->begin(), x->end(), as<Floats>(b)->begin(), as<Floats>(b)->end(), sameBits<float>);
-    if (auto *x = as<Colors>(a))
-        return std::equal(x->begin(), x->end(), as<Colors>(b)->begin(), as<Colors>(b)->end(), sameColor);
-    if (auto *x = as<int>(a)) return *x == *as<int>(b);
-    if (auto *x = as<unsigned>(a)) return *x == *as<unsigned>(b);
-    if (auto *x = as<bool>(a)) return *x == *as<bool>(b);
-    if (auto *x = as<std::string>(a)) return *x == *as<std::string>(b);
-    if (auto *x = as<QString>(a)) return *x == *as<QString>(b);
-    if (auto *x = as<Strings>(a)) return *x == *as<Strings>(b);
-    return false;
-}
-
-QString firstDifference(const lmMessage &expected, const lmMessage &actual)
-{
-    if (expected.keys() != actual.keys())
-        return QStringLiteral("different keys");
-    for (const auto &entry : expected.values())
-        if (!identical(entry.second, actual.get(entry.first)))
-            return QStringLiteral("value of \"%1\" (%2)")
-                .arg(QString::fromStdString(entry.first), lmStoreDocument::typeName(entry.second));
-    return QString();
-}
 
 QByteArray readAll(const QString &path)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<none>");
 }
 
 void writeAll(const QString &path, const QByteArray &data)
 {
     QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(file.write(data), qint64(data.size()));
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(data) == data.size());
+}
+
+// "A1 B2": int values under one-letter keys.
+lmMessage ints(const QString &text)
+{
+    lmMessage store;
+    for (const QString &item : text.split(' ', Qt::SkipEmptyParts))
+        store.set(item.left(1).toStdString(), item.mid(1).toInt(), true);
+    return store;
+}
+
+// Values of several types under many keys, different for each seed.
+lmMessage largeStore(int keys, int seed)
+{
+    lmMessage store;
+    for (int i = 0; i < keys; ++i) {
+        const std::string key = "Key " + std::to_string(i);
+        const float f = float(i * seed) / 7.0f;
+        const boost::any values[] = {i * seed, f, std::string(std::size_t(i % 40), char('a' + seed)),
+                                     std::vector<float>{f, -f}, osg::Color3f(f, 0.5f, -0.0f)};
+        store.set(key, values[i % 5], true);
+    }
+    return store;
 }
 
 // Run as a child by the kill test: saves two large stores in turn, forever,
 // telling the parent after each save.
 int saveForever(const QString &path)
 {
-    Generator generator(7);
-    const lmMessage stores[2] = {generator.store(3000), generator.store(3000)};
+    const lmMessage stores[2] = {largeStore(3000, 1), largeStore(3000, 2)};
     lmStoreFile file(path);
-    lmMessage ignored;
-    if (file.load(ignored) == lmStoreFile::Failed)
-        return 3;
     for (int i = 0; file.save(stores[i % 2]); ++i) {
         std::printf("saved\n");
         std::fflush(stdout);
@@ -205,165 +83,160 @@ class tst_StoreFile : public QObject
     Q_OBJECT
 
 private slots:
+    // Each value as it is written; then read, it writes the same bytes again,
+    // and, where it has an exact text (8-bit strings that are not UTF-8 have
+    // none), --set reads that text back to the same value.
+    void everyTypeRoundTripsBitForBit_data()
+    {
+        QTest::addColumn<boost::any>("value");
+        QTest::addColumn<QString>("written");
+        const float inf = std::numeric_limits<float>::infinity();
+        float tiny = 0; // the one float whose shortest text, read as a double, rounds to its neighbour
+        const char tinyText[] = "7.038531e-26";
+        std::from_chars(tinyText, tinyText + sizeof tinyText - 1, tiny);
+        QTest::newRow("float") << boost::any(0.1f) << "{\"type\": \"float\", \"value\": 0.1}";
+        QTest::newRow("float rounding twice") << boost::any(tiny) << "{\"type\": \"float\", \"value\": 7.038531e-26}";
+        QTest::newRow("float subnormal") << boost::any(1e-45f) << "{\"type\": \"float\", \"value\": 1e-45}";
+        QTest::newRow("float nan") << boost::any(std::numeric_limits<float>::quiet_NaN()) << "{\"type\": \"float\", \"value\": \"nan\"}";
+        QTest::newRow("float -0") << boost::any(-0.0f) << "{\"type\": \"float\", \"value\": \"-0\"}";
+        QTest::newRow("float next to 1") << boost::any(std::nextafter(1.0f, 2.0f)) << "{\"type\": \"float\", \"value\": 1.0000001}";
+        QTest::newRow("double") << boost::any(0.1 + 0.2) << "{\"type\": \"double\", \"value\": 0.30000000000000004}";
+        QTest::newRow("double -inf") << boost::any(-double(inf)) << "{\"type\": \"double\", \"value\": \"-inf\"}";
+        QTest::newRow("int") << boost::any(std::numeric_limits<int>::min()) << "{\"type\": \"int\", \"value\": -2147483648}";
+        QTest::newRow("uint") << boost::any(4294967295u) << "{\"type\": \"uint\", \"value\": 4294967295}";
+        QTest::newRow("bool") << boost::any(false) << "{\"type\": \"bool\", \"value\": false}";
+        QTest::newRow("string") << boost::any(std::string("a\"\\\n\x01\xe2\x82\xac")) << "{\"type\": \"string\", \"value\": \"a\\\"\\\\\\n\\u0001\u20ac\"}";
+        QTest::newRow("string not UTF-8") << boost::any(std::string("\xff\x00", 2)) << "{\"type\": \"string\", \"value\": {\"base64\": \"/wA=\"}}";
+        QTest::newRow("qstring") << boost::any(QStringLiteral("\u00e4 \U0001F600")) << "{\"type\": \"qstring\", \"value\": \"\u00e4 \U0001F600\"}";
+        QTest::newRow("qstring lone surrogate") << boost::any(QString(QChar(0xD800))) << "{\"type\": \"qstring\", \"value\": \"\\ud800\"}";
+        QTest::newRow("color") << boost::any(osg::Color3f(1, 0.5f, inf)) << "{\"type\": \"color\", \"value\": [1, 0.5, \"inf\"]}";
+        QTest::newRow("floats") << boost::any(std::vector<float>{0.25f, -0.0f}) << "{\"type\": \"floats\", \"value\": [0.25, \"-0\"]}";
+        QTest::newRow("colors") << boost::any(std::vector<osg::Color3f>{osg::Color3f(), osg::Color3f(0, 0, 1)}) << "{\"type\": \"colors\", \"value\": [[0, 0, 0], [0, 0, 1]]}";
+        QTest::newRow("strings") << boost::any(Strings{"", "b c"}) << "{\"type\": \"strings\", \"value\": [\"\", \"b c\"]}";
+        QTest::newRow("strings empty") << boost::any(Strings{}) << "{\"type\": \"strings\", \"value\": []}";
+    }
+
     void everyTypeRoundTripsBitForBit()
     {
-        for (quint32 seed = 1; seed <= 200; ++seed) {
-            Generator generator(seed);
-            const lmMessage original = generator.store(33);
-            const QByteArray document = lmStoreDocument::write(original);
-            lmMessage loaded;
-            QString error;
-            QVERIFY2(lmStoreDocument::read(document, loaded, &error), qPrintable(error + "\n" + document));
-            const QString difference = firstDifference(original, loaded);
-            QVERIFY2(difference.isEmpty(), qPrintable(QString("seed %1: %2").arg(seed).arg(difference)));
-            // Writing what was read gives the same bytes again.
-            QCOMPARE(lmStoreDocument::write(loaded), document);
-        }
-    }
-
-    void documentReadsAsGiven()
-    {
-        lmMessage store;
-        store.set("Ratio", 0.1f, true);
+        QFETCH(boost::any, value);
+        QFETCH(QString, written);
+        lmMessage store, loaded;
+        store.set("Key", value, true);
         const QByteArray document = lmStoreDocument::write(store);
-        QVERIFY(document.startsWith("{\n    \"format\": \"lmKernelPreferences-store\",\n    \"version\": 1,"));
-        QVERIFY(document.contains("\"Ratio\": {\"type\": \"float\", \"value\": 0.1}"));
-        // A float written with more digits than it needs still reads as that float.
-        QCOMPARE(lmStoreDocument::floatFromJsonNumber(double(0.1f)), 0.1f);
-        // The only float magnitude whose shortest text, read as a double and
-        // then rounded to float, lands on its neighbour.
-        const char text[] = "7.038531e-26";
-        float exact = 0;
-        std::from_chars(text, text + sizeof text - 1, exact);
-        QVERIFY(static_cast<float>(7.038531e-26) != exact);
-        lmMessage tiny, loaded;
-        tiny.set("Tiny", exact, true);
-        QVERIFY(lmStoreDocument::write(tiny).contains("\"value\": 7.038531e-26}"));
-        QVERIFY(lmStoreDocument::read(lmStoreDocument::write(tiny), loaded, nullptr));
-        QCOMPARE(firstDifference(tiny, loaded), QString());
-    }
-
-    void savedFileLoadsTheSameAndKeepsTheBackup()
-    {
-        QTemporaryDir dir;
-        const QString path = dir.filePath("sub/prefs.json");
-        Generator generator(99);
-        const lmMessage first = generator.store(50), second = generator.store(50);
-        lmStoreFile file(path);
-        lmMessage loaded;
-        QCOMPARE(file.load(loaded), lmStoreFile::NoFile);
-        QVERIFY2(file.save(first), qPrintable(file.errorString()));
-        QVERIFY(!QFile::exists(file.backupPath()));
-        QVERIFY2(file.save(second), qPrintable(file.errorString()));
-
-        QCOMPARE(lmStoreFile(path).load(loaded), lmStoreFile::Loaded);
-        QCOMPARE(firstDifference(second, loaded), QString());
-        lmMessage backup;
+        QCOMPARE(document, "{\n    \"format\": \"lmKernelPreferences-store\",\n    \"version\": 1,\n    \"values\": {\n"
+                           "        \"Key\": " + written.toUtf8() + "\n    }\n}\n");
         QString error;
-        QVERIFY2(lmStoreFile::readFile(file.backupPath(), backup, &error), qPrintable(error));
-        QCOMPARE(firstDifference(first, backup), QString());
-        QVERIFY(!QFile::exists(path + ".lock"));
+        QVERIFY2(lmStoreDocument::read(document, loaded, &error), qPrintable(error));
+        QVERIFY(lmStoreDocument::sameValue(loaded.get("Key"), value));
+        QCOMPARE(lmStoreDocument::write(loaded), document);
+        const QString tag = QTest::currentDataTag(), text = lmValueParser::text(value);
+        if (tag == "string not UTF-8" || tag == "qstring lone surrogate")
+            return;
+        boost::any parsed;
+        QVERIFY2(lmValueParser::parse(text, value, parsed, &error), qPrintable(text + ": " + error));
+        store.set("Key", parsed, true);
+        QCOMPARE(lmStoreDocument::write(store), document);
     }
 
-    void damagedFileIsReportedAndLeftAlone()
-    {
-        QTemporaryDir dir;
-        const QString path = dir.filePath("prefs.json");
-        Generator generator(5);
-        const lmMessage older = generator.store(22), newer = generator.store(22);
-        lmStoreFile writer(path);
-        QVERIFY(writer.save(older));
-        QVERIFY(writer.save(newer));
-        const QByteArray good = readAll(path);
-        const QByteArray backup = readAll(writer.backupPath());
-        const int contentEnd = good.trimmed().size();
-        const int step = std::max(1, contentEnd / 100);
-
-        int failures = 0;
-        QRandomGenerator random(11);
-        for (int round = 0; round < 160; ++round) {
-            // A hundred cut points through the document, then random bytes.
-            QByteArray damaged = good;
-            const bool truncated = round < 100;
-            if (truncated)
-                damaged.truncate(round * step);
-            else
-                damaged[int(random.bounded(contentEnd))] = char(random.bounded(256));
-            const bool withBackup = round % 3 != 0;
-            writeAll(path, damaged);
-            if (withBackup)
-                writeAll(writer.backupPath(), backup);
-            else
-                QFile::remove(writer.backupPath());
-
-            lmMessage store, expected;
-            store.set("Host key", 1, true);
-            expected.set("Host key", 1, true);
-            lmStoreFile file(path);
-            const lmStoreFile::LoadResult result = file.load(store);
-            if (result == lmStoreFile::Loaded) {
-                QVERIFY2(!truncated, "a truncated file loaded");
-                continue;
-            }
-            ++failures;
-            QVERIFY(file.messages().value(0).startsWith("Cannot load the preferences " + path + ": "));
-            QCOMPARE(result, withBackup ? lmStoreFile::LoadedFromBackup : lmStoreFile::Failed);
-            if (withBackup)
-                for (const auto &entry : older.values())
-                    expected.set(entry.first, entry.second, true);
-            QCOMPARE(firstDifference(expected, store), QString());
-
-            // Saving over a file that could not be read would lose it.
-            QVERIFY(!file.save(store));
-            QCOMPARE(readAll(path), damaged);
-            if (withBackup)
-                QCOMPARE(readAll(writer.backupPath()), backup);
-        }
-        QVERIFY(failures > 120);
-    }
-
-    // One document per way the reader can refuse it.
-    void damageIsNamed_data()
+    // One document per way the reader refuses it; the file is reported, left
+    // as it is, and the backup (when there is one) loaded instead.
+    void damagedFileIsReportedAndKept_data()
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<QString>("reason");
-        const QByteArray head = "{\"format\": \"lmKernelPreferences-store\", \"version\": 1, \"values\": ";
-        QTest::newRow("empty") << QByteArray("\n") << "the file is empty";
-        QTest::newRow("not json") << QByteArray("{\"format\": ") << "not valid JSON: ";
+        QTest::addColumn<bool>("withBackup");
+        const QByteArray head = "{\"format\": \"lmKernelPreferences-store\", \"version\": 1, \"values\": {\"A\": ";
+        QTest::newRow("empty") << QByteArray("\n") << "the file is empty" << true;
+        QTest::newRow("truncated") << head + "{\"type\": \"int\"" << "not valid JSON: " << false;
+        QTest::newRow("not an object") << QByteArray("[]") << "not a JSON object" << true;
+        QTest::newRow("other format") << QByteArray("{\"format\": \"x\"}") << "not a preferences store" << false;
         QTest::newRow("newer version") << QByteArray("{\"format\": \"lmKernelPreferences-store\", \"version\": 2}")
-                                       << "unsupported version 2";
-        QTest::newRow("fraction as int") << head + "{\"A\": {\"type\": \"int\", \"value\": 1.5}}}"
-                                         << "\"A\" is not valid: expected an int, found 1.5";
-        QTest::newRow("unknown type") << head + "{\"A\": {\"type\": \"long\", \"value\": 1}}}" << "unknown type \"long\"";
-        QTest::newRow("bad list item") << head + "{\"A\": {\"type\": \"strings\", \"value\": [\"a\", 2]}}}"
-                                       << "item 1: expected a string";
+                                       << "unsupported version 2" << true;
+        QTest::newRow("fraction as int") << head + "{\"type\": \"int\", \"value\": 1.5}}}"
+                                         << "\"A\" is not valid: expected an int, found 1.5" << false;
+        QTest::newRow("float overflow") << head + "{\"type\": \"float\", \"value\": 1e39}}}" << "in the float range" << true;
+        QTest::newRow("unknown type") << head + "{\"type\": \"long\", \"value\": 1}}}" << "unknown type \"long\"" << true;
+        QTest::newRow("bad list item") << head + "{\"type\": \"strings\", \"value\": [\"a\", 2]}}}"
+                                       << "item 1: expected a string" << false;
+        QTest::newRow("bad base64") << head + "{\"type\": \"string\", \"value\": {\"base64\": \"*\"}}}}"
+                                    << "expected a string" << true;
     }
 
-    void damageIsNamed()
+    void damagedFileIsReportedAndKept()
     {
         QFETCH(QByteArray, content);
         QFETCH(QString, reason);
-        lmMessage store;
-        QString error;
-        QVERIFY(!lmStoreDocument::read(content, store, &error));
-        QVERIFY2(error.contains(reason), qPrintable(error));
-        QCOMPARE(store.size(), std::size_t(0));
+        QFETCH(bool, withBackup);
+        QTemporaryDir dir;
+        lmStoreFile file(dir.filePath("prefs.json"));
+        if (withBackup)
+            QVERIFY(lmStoreFile(file.backupPath()).save(ints("S2")));
+        writeAll(file.path(), content);
+        lmMessage store = ints("H1");
+        QCOMPARE(file.load(store), withBackup ? lmStoreFile::LoadedFromBackup : lmStoreFile::Failed);
+        const QString message = file.messages().value(0);
+        QVERIFY2(message.startsWith("Cannot load the preferences " + file.path() + ": ") && message.contains(reason),
+                 qPrintable(message));
+        QCOMPARE(lmStoreDocument::write(store), lmStoreDocument::write(ints(withBackup ? "H1 S2" : "H1")));
+        // Saving over a file that could not be read would lose it.
+        QVERIFY(!file.save(store));
+        QCOMPARE(readAll(file.path()), content);
     }
 
+    // Every cut through a document is refused: nothing half-read is taken.
+    void everyTruncationIsRefused()
+    {
+        const QByteArray document = lmStoreDocument::write(largeStore(10, 3));
+        for (int cut = 0; cut < document.trimmed().size(); ++cut) {
+            lmMessage store;
+            QVERIFY2(!lmStoreDocument::read(document.left(cut), store, nullptr), qPrintable(QString::number(cut)));
+            QCOMPARE(store.size(), std::size_t(0));
+        }
+    }
+
+    // What this instance read (base) and holds now (store) against what
+    // another instance saved meanwhile (disk): only this instance's changes
+    // go onto the disk's file, and the later save wins a key both changed.
+    void savesMergeKeyByKey_data()
+    {
+        QTest::addColumn<QString>("base");
+        QTest::addColumn<QString>("store");
+        QTest::addColumn<QString>("disk"); // empty: no file
+        QTest::addColumn<QString>("merged");
+        QTest::newRow("theirs kept") << "A1 B1" << "A1 B1" << "A2 B1" << "A2 B1";
+        QTest::newRow("mine written") << "A1 B1" << "A3 B1" << "A1 B1" << "A3 B1";
+        QTest::newRow("both: the later wins") << "A1 B1" << "A3 B1" << "A2 B2" << "A3 B2";
+        QTest::newRow("a new key of mine") << "A1" << "A1 C1" << "A1 B2" << "A1 B2 C1";
+        QTest::newRow("a key I dropped") << "A1 B1" << "A1" << "A1 B1" << "A1";
+        QTest::newRow("dropped, but they changed it") << "A1 B1" << "A1" << "A1 B2" << "A1 B2";
+        QTest::newRow("no file yet") << "A1" << "A2" << "" << "A2";
+    }
+
+    void savesMergeKeyByKey()
+    {
+        QFETCH(QString, base);
+        QFETCH(QString, store);
+        QFETCH(QString, disk);
+        QFETCH(QString, merged);
+        QTemporaryDir dir;
+        lmStoreFile file(dir.filePath("prefs.json"));
+        if (!disk.isEmpty())
+            QVERIFY(lmStoreFile(file.path()).save(ints(disk)));
+        lmMessage result;
+        QVERIFY2(file.saveChanges(ints(store), ints(base), result), qPrintable(file.errorString()));
+        QCOMPARE(lmStoreDocument::write(result), lmStoreDocument::write(ints(merged)));
+        QCOMPARE(readAll(file.path()), lmStoreDocument::write(ints(merged)));
+        QCOMPARE(readAll(file.backupPath()), disk.isEmpty() ? QByteArray("<none>") : lmStoreDocument::write(ints(disk)));
+        QVERIFY(!QFile::exists(file.path() + ".lock"));
+    }
+
+    // Another instance's lock, then a full disk: the save fails, says why,
+    // and the file stays as it was; with room again the same store is saved.
     void failedSaveLosesNothing()
     {
         QTemporaryDir dir;
-        Generator generator(3);
-        const lmMessage small = generator.store(5), large = generator.store(400);
-
-        // A folder that cannot exist: its parent is a regular file.
-        writeAll(dir.filePath("plain"), "x");
-        lmStoreFile blocked(dir.filePath("plain/prefs.json"));
-        QVERIFY(!blocked.save(small));
-        QVERIFY2(blocked.errorString().contains("cannot create the folder"), qPrintable(blocked.errorString()));
-
-        // Another instance holds the lock.
         const QString path = dir.filePath("prefs.json");
+        const lmMessage small = largeStore(5, 1), large = largeStore(400, 2);
         lmStoreFile file(path);
         QVERIFY(file.save(small));
         const QByteArray before = readAll(path);
@@ -375,8 +248,6 @@ private slots:
             QVERIFY2(file.errorString().contains("another instance"), qPrintable(file.errorString()));
             QCOMPARE(readAll(path), before);
         }
-
-        // A full disk: the process may not write files beyond a few kilobytes.
         std::signal(SIGXFSZ, SIG_IGN);
         rlimit saved;
         getrlimit(RLIMIT_FSIZE, &saved);
@@ -388,11 +259,8 @@ private slots:
         QVERIFY(!savedWhileFull);
         QVERIFY2(file.errorString().startsWith("The preferences were not saved to " + path), qPrintable(file.errorString()));
         QCOMPARE(readAll(path), before);
-        // Once there is room again the same values are saved.
         QVERIFY2(file.save(large), qPrintable(file.errorString()));
-        lmMessage loaded;
-        QCOMPARE(lmStoreFile(path).load(loaded), lmStoreFile::Loaded);
-        QCOMPARE(firstDifference(large, loaded), QString());
+        QCOMPARE(readAll(path), lmStoreDocument::write(large));
     }
 
     void killedSaverLeavesALoadableFile()
@@ -403,8 +271,7 @@ private slots:
         for (int round = 0; round < 10; ++round) {
             QProcess saver;
             saver.start(QCoreApplication::applicationFilePath(), {"--save-forever", path});
-            QVERIFY(saver.waitForStarted(-1));
-            // Wait for a save so that every round also meets the lock a
+            // After a first save, so that every round also meets the lock a
             // killed saver left behind.
             QVERIFY2(saver.waitForReadyRead(-1), saver.readAllStandardError().constData());
             // A random number of event-loop turns, not a time, picks the moment of the kill.
@@ -413,14 +280,10 @@ private slots:
             saver.kill();
             QVERIFY(saver.waitForFinished(-1));
             QVERIFY2(saver.exitStatus() == QProcess::CrashExit, saver.readAllStandardError().constData());
-
             lmMessage store;
-            lmStoreFile file(path);
-            QCOMPARE(file.load(store), lmStoreFile::Loaded);
+            QCOMPARE(lmStoreFile(path).load(store), lmStoreFile::Loaded);
             QCOMPARE(store.size(), std::size_t(3000));
-            QString error;
-            QVERIFY2(!QFile::exists(file.backupPath()) || lmStoreFile::readFile(file.backupPath(), store, &error),
-                     qPrintable(error));
+            QVERIFY(!QFile::exists(path + ".bak") || lmStoreFile::readFile(path + ".bak", store, nullptr));
         }
     }
 
@@ -432,10 +295,8 @@ private slots:
         QTest::addColumn<boost::any>("like");
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected"); // type and text, or "!reason"
-        const boost::any none, i = 0, u = 0u, f = 0.0f, b = false, s = std::string(), c = osg::Color3f(),
-                               sl = Strings();
+        const boost::any none, i = 0, f = 0.0f, b = false, s = std::string(), c = osg::Color3f(), sl = Strings();
         QTest::newRow("int overflow") << i << "2147483648" << "!expected an int";
-        QTest::newRow("uint negative") << u << "-1" << "!expected an unsigned int";
         QTest::newRow("float spaced") << f << " 0.1 " << "float 0.1";
         QTest::newRow("float overflow") << f << "1e39" << "!expected a float";
         QTest::newRow("bool") << b << "TRUE" << "bool true";
@@ -458,34 +319,11 @@ private slots:
         QString error;
         const bool ok = like.empty() ? lmValueParser::parseUntyped(text, value, &error)
                                      : lmValueParser::parse(text, like, value, &error);
-        if (expected.startsWith('!')) {
-            QVERIFY(!ok);
+        QCOMPARE(ok, !expected.startsWith('!'));
+        if (!ok)
             QVERIFY2(error.contains(expected.mid(1)), qPrintable(error));
-            return;
-        }
-        QVERIFY2(ok, qPrintable(error));
-        QCOMPARE(lmStoreDocument::typeName(value) + ' ' + lmValueParser::text(value), expected);
-    }
-
-    void valueTextReadsBack()
-    {
-        // Text is Unicode: 8-bit strings that are not UTF-8 have no exact text.
-        const auto unicode = [](const std::string &s) { return QString::fromStdString(s).toStdString() == s; };
-        Generator generator(23);
-        for (int i = 0; i < 2000; ++i) {
-            const boost::any original = generator.value(i % 11);
-            if (auto *s = as<std::string>(original); s && !unicode(*s))
-                continue;
-            if (auto *s = as<QString>(original); s && QString::fromUtf8(s->toUtf8()) != *s)
-                continue;
-            if (auto *l = as<Strings>(original); l && !std::all_of(l->begin(), l->end(), unicode))
-                continue;
-            const QString text = lmValueParser::text(original);
-            boost::any back;
-            QString error;
-            QVERIFY2(lmValueParser::parse(text, original, back, &error), qPrintable(text + ": " + error));
-            QVERIFY2(identical(original, back), qPrintable(text));
-        }
+        else
+            QCOMPARE(lmStoreDocument::typeName(value) + ' ' + lmValueParser::text(value), expected);
     }
 };
 
