@@ -144,7 +144,7 @@ faults=(
         return fail(" "a file that could not be loaded overwritten without consent"
 
     "KernelPreferences/lmprefs-host/lmStoreFile.cpp"
-    "if (!lock.tryLock(m_lockTimeout)) {" "if (false) {" "a save that skips the lock"
+    "bool locked = lock.tryLock(m_lockTimeout);" "bool locked = true;" "a save that skips the lock"
 
     "KernelPreferences/lmprefs-host/lmStoreFile.cpp"
     "mergedOnto(disk, store, *base)" "mergedOnto(store, disk, *base)"

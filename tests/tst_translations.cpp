@@ -133,7 +133,7 @@ private slots:
             }
             QVERIFY2(!xml.hasError(), qPrintable(form.fileName() + ": " + xml.errorString()));
         }
-        QVERIFY(keys > 100);
+        QVERIFY(keys > 0); // the forms still name the keys of the controls their pages handle by hand
     }
 
 };

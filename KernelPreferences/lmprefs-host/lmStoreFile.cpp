@@ -703,9 +703,16 @@ bool lmStoreFile::write(const lmMessage &store, const lmMessage *base, lmMessage
     // One writer at a time: another instance saving the same file waits here,
     // and what it wrote is read below before anything is written.
     QLockFile lock(m_path + QStringLiteral(".lock"));
-    if (!lock.tryLock(m_lockTimeout)) {
-        qint64 pid = 0;
-        QString host, application;
+    qint64 pid = 0;
+    QString host, application;
+    bool locked = lock.tryLock(m_lockTimeout);
+    // A writer says who it is as soon as it has created the lock file. One
+    // that still says nothing after the whole wait was left by a process
+    // killed while creating it, and would otherwise count as held until it
+    // is half a minute old.
+    if (!locked && lock.error() == QLockFile::LockFailedError && !lock.getLockInfo(&pid, &host, &application))
+        locked = lock.removeStaleLockFile() && lock.tryLock(m_lockTimeout);
+    if (!locked) {
         if (lock.error() == QLockFile::LockFailedError && lock.getLockInfo(&pid, &host, &application))
             return fail(QStringLiteral("another instance (process %1) holds the lock %2.lock").arg(pid).arg(m_path));
         return fail(QStringLiteral("cannot create the lock file %1.lock").arg(m_path));
