@@ -54,7 +54,9 @@ struct lmBoundStore
 // control and reads it back. What updateGUI loaded is remembered
 // (lmLoadedValues), so a control the user left alone stores back exactly the
 // value it was loaded from. Binding a control also names its key on it
-// (lmPreferenceKey) for the host.
+// (lmPreferenceKey) for the host. Store is what the keys are read from and
+// written to: the store itself (lmPageBindings) or a host service in front
+// of it.
 template <class Store>
 class lmBindingsOf
 {
