@@ -85,7 +85,7 @@ faults=(
     "int popup = Toolclips;" "int popup = SimpleToolclips;" "a fallback that differs from the default"
 
     "KernelPreferences/lmKernelPreferences/categories/lmRenderOptionsPreferencesGUI.cpp"
-    "    store.remove(kLocalLights);" "" "a page that removes one key less on destruction"
+    "    lmKeyWithoutDefault<bool>(kLocalLights)," "" "a page that removes one key less on destruction"
 
     "KernelPreferences/lmKernelPreferences/categories/lmCameraPreferencesGUI.cpp"
     "    float eyeSeparation = 0.0f;
@@ -177,6 +177,22 @@ faults=(
     lmPreferencesHost::resetUnchanged();
     m_pushInFull.clear();" "    lmPreferencesHost::applyAll();
     m_pushInFull.clear();" "unchanged marks kept after an accepted apply"
+
+    "KernelPreferences/lmKernelPreferences/categories/lmRenderOptionsPreferencesGUI.cpp"
+    "    if (isChanged(kSortTrans))
+        lmOSGWidget::setSortTrans(readOr(kSortTrans, true) ? 1 : 0);
+    if (isChanged(kZWriteTrans))
+        lmOSGWidget::setZWriteTrans(readOr(kZWriteTrans, true) ? 1 : 0);" "    if (isChanged(kZWriteTrans))
+        lmOSGWidget::setZWriteTrans(readOr(kZWriteTrans, true) ? 1 : 0);
+    if (isChanged(kSortTrans))
+        lmOSGWidget::setSortTrans(readOr(kSortTrans, true) ? 1 : 0);" "two host calls of render options' apply swapped"
+
+    "KernelPreferences/lmKernelPreferences/categories/lmVirtualRealityPreferencesGUI.cpp"
+    "lmdFoveatedQuality(readRing(*prefs, kInnerQuality)," "lmdFoveatedQuality(readRing(*prefs, kMiddleQuality),"
+    "a wrong argument in a headset call"
+
+    "KernelPreferences/lmKernelPreferences/categories/lmVirtualRealityPreferencesGUI.cpp"
+    "        widget->setEnabled(on);" "        widget->setEnabled(true);" "a changed enabling rule"
 )
 
 cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DLM_BENCHMARKS=OFF >/dev/null

@@ -6,21 +6,28 @@
 #include "lmCallLog.h"
 #include "lmMessageHelpers.h"
 #include "lmPreferences.h"
+#include "lmPreferencesCategory.h"
 #include "lmPreferencesHost.h"
 
+#include <QFile>
 #include <QMap>
 #include <QRegularExpression>
 #include <QStringList>
 
 #include <string>
+#include <type_traits>
 #include <vector>
 
 // Defaults written, initial apply done and the page filled, as at start-up;
 // the call log then starts empty.
+// Categories on the preference service take no store.
 template <class Category>
 void startPage(Category &category)
 {
-    category.setDefault(lmPreferences::getData(), false);
+    if constexpr (std::is_base_of<lmPreferencesCategory, Category>::value)
+        category.setDefault(false);
+    else
+        category.setDefault(lmPreferences::getData(), false);
     category.apply();
     category.updateGUI();
     lmCallLog::clear();
@@ -128,3 +135,19 @@ QStringList acceptLog(Category &category)
     acceptPage(category);
     return lmCallLog::lines();
 }
+
+#ifdef LM_TEST_DATA_DIR
+// A call sequence written down in tests/data: one call a line, '#' starts a
+// comment line.
+inline QStringList expectedCalls(const char *name)
+{
+    QFile file(QStringLiteral(LM_TEST_DATA_DIR "/") + QLatin1String(name));
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        qFatal("cannot read %s", qPrintable(file.fileName()));
+    QStringList calls;
+    for (const QString &line : QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+        if (!line.startsWith(QLatin1Char('#')))
+            calls << line;
+    return calls;
+}
+#endif

@@ -2,9 +2,7 @@
 
 #include "exCursorProgress.h"
 #include "lmController.h"
-#include "lmKeyTable.h"
 #include "lmLights.h"
-#include "lmMessageHelpers.h"
 #include "lmOSGWidget.h"
 #include "lmPlatform.h"
 #include "lmScenegraph.h"
@@ -20,76 +18,87 @@
 
 namespace {
 
-const char *const kEnableAntialias = "RenderOptions enable antialiase";
-const char *const kPostprocessAntialias = "RenderOptions enable postprocess antialias";
-const char *const kAntialiasDistance = "RenderOptions antialiase distance";
-const char *const kAntialiasScale = "RenderOptions antialiase scale";
-const char *const kAntialiasTime = "RenderOptions antialiase time";
-const char *const kAntialiasHighQuality = "RenderOptions antialiase high quality";
-const char *const kBackgroundColors = "RenderOptions background colors";
-const char *const kBackgroundInts = "RenderOptions background ints";
-const char *const kSortTrans = "RenderOptions sort trans";
-const char *const kZWriteTrans = "RenderOptions zwrite trans";
-const char *const kFastFullscreen = "RenderOptions fast fullscreen";
-const char *const kHeadlightMode = "RenderOptions headlight mode";
-const char *const kCoordinateSystem = "RenderOptions coordinate system";
-const char *const kAuxiliaryNodes = "RenderOptions auxiliary nodes";
-const char *const kViewCube = "RenderOptions viewcube";
-const char *const kGlContextSharing = "RenderOptions gl context sharing";
-const char *const kCacheWholeScene = "RenderOptions cache whole scene";
-const char *const kHdrReferenceWhite = "RenderOptions HDR Reference White";
-const char *const kRgb10 = "RenderOptions 10bit rgb";
-const char *const kWideGamut = "RenderOptions Wide Gamut";
-const char *const kCorrectTwoSidedLighting = "RenderOptions correct two sided lighting";
-const char *const kSinglePassStereo = "RenderOptions single pass stereo";
-const char *const kOcclusionCulling = "RenderOptions occlusion culling";
-const char *const kPointHeadlight = "RenderOptions use point headlight";
-const char *const kZUp = "RenderOptions z-up";
-const char *const kClippingPlaneAdaption = "RenderOptions clipping plane adaption";
-const char *const kForceGlFinish = "RenderOptions force glFinish";
-const char *const kHardwareAntialiasSamples = "RenderOptions hardware antialiasing samples";
-const char *const kHardwareAntialiasAuto = "RenderOptions hardware antialiasing auto";
-const char *const kHardwareAntialiasQuality = "RenderOptions hardware antialiasing quality";
+using Colors = std::vector<osg::Color3f>;
+
+const lmTypedKey<bool> kEnableAntialias{"RenderOptions enable antialiase", false};
+const lmTypedKey<unsigned int> kPostprocessAntialias{"RenderOptions enable postprocess antialias", 0u};
+const lmTypedKey<float> kAntialiasDistance{"RenderOptions antialiase distance", 0.2f};
+const lmTypedKey<float> kAntialiasScale{"RenderOptions antialiase scale", 2.0f};
+const lmTypedKey<double> kAntialiasTime{"RenderOptions antialiase time", 1.0};
+const lmTypedKey<bool> kAntialiasHighQuality{"RenderOptions antialiase high quality", false};
+// The default depends on the application; the table computes it.
+const lmTypedKey<Colors> kBackgroundColors{"RenderOptions background colors", {}};
+const lmTypedKey<std::vector<float>> kBackgroundInts{"RenderOptions background ints", {1.0f, 0.0f}};
+const lmTypedKey<bool> kSortTrans{"RenderOptions sort trans", true};
+const lmTypedKey<bool> kZWriteTrans{"RenderOptions zwrite trans", false};
+const lmTypedKey<bool> kFastFullscreen{"RenderOptions fast fullscreen", true};
+const lmTypedKey<int> kHeadlightMode{"RenderOptions headlight mode", 3};
+const lmTypedKey<bool> kCoordinateSystem{"RenderOptions coordinate system", false};
+const lmTypedKey<bool> kAuxiliaryNodes{"RenderOptions auxiliary nodes", true};
+const lmTypedKey<bool> kViewCube{"RenderOptions viewcube", true};
+const lmTypedKey<bool> kGlContextSharing{"RenderOptions gl context sharing", true};
+const lmTypedKey<bool> kCacheWholeScene{"RenderOptions cache whole scene", false};
+const lmTypedKey<float> kHdrReferenceWhite{"RenderOptions HDR Reference White", 250.0f};
+const lmTypedKey<bool> kRgb10{"RenderOptions 10bit rgb", false};
+const lmTypedKey<bool> kWideGamut{"RenderOptions Wide Gamut", false};
+const lmTypedKey<bool> kCorrectTwoSidedLighting{"RenderOptions correct two sided lighting", true};
+const lmTypedKey<bool> kSinglePassStereo{"RenderOptions single pass stereo", false};
+const lmTypedKey<bool> kOcclusionCulling{"RenderOptions occlusion culling", false};
+const lmTypedKey<bool> kPointHeadlight{"RenderOptions use point headlight", false};
+const lmTypedKey<bool> kZUp{"RenderOptions z-up", true};
+const lmTypedKey<bool> kClippingPlaneAdaption{"RenderOptions clipping plane adaption", false};
+const lmTypedKey<bool> kForceGlFinish{"RenderOptions force glFinish", false};
+const lmTypedKey<int> kHardwareAntialiasSamples{"RenderOptions hardware antialiasing samples", 0};
+const lmTypedKey<bool> kHardwareAntialiasAuto{"RenderOptions hardware antialiasing auto", false};
+const lmTypedKey<int> kHardwareAntialiasQuality{"RenderOptions hardware antialiasing quality", 0};
 // Realtime antialiasing presets, one entry per level: Low, Medium, High, Ultra.
-const std::array<const char *, 4> kMultisampleQuality = {
-    "RenderOptions multisample quality low", "RenderOptions multisample quality medium",
-    "RenderOptions multisample quality high", "RenderOptions multisample quality ultra"};
-const std::array<const char *, 4> kVrsQuality = {"RenderOptions vrs quality low", "RenderOptions vrs quality medium",
-                                                 "RenderOptions vrs quality high", "RenderOptions vrs quality ultra"};
-const std::array<const char *, 4> kUsePixelfilter = {
-    "RenderOptions use pixelfilter low", "RenderOptions use pixelfilter medium", "RenderOptions use pixelfilter high",
-    "RenderOptions use pixelfilter ultra"};
-const std::array<const char *, 4> kSupersampleFactor = {
-    "RenderOptions supersample factor low", "RenderOptions supersample factor medium",
-    "RenderOptions supersample factor high", "RenderOptions supersample factor ultra"};
-const std::array<const char *, 4> kRaytracingQuality = {
-    "RenderOptions raytracing supersampling quality low", "RenderOptions raytracing supersampling quality medium",
-    "RenderOptions raytracing supersampling quality high", "RenderOptions raytracing supersampling quality ultra"};
-const char *const kSliEnable = "RenderOptions nvidia sli enable";
-const char *const kSliMode = "RenderOptions nvidia sli mode";
-const char *const kDisableSleep = "RenderOptions disable sleep";
-const char *const kLimitNearFar = "RenderOptions limit near far plane";
-const char *const kNearPlane = "RenderOptions near plane";
-const char *const kFarPlane = "RenderOptions far plane";
-const char *const kDownscale = "RenderOptions downscale";
-const char *const kDownscaleQuality = "RenderOptions downscale quality";
-const char *const kFixedRes = "RenderOptions fixed res";
-const char *const kFixedResX = "RenderOptions fixed resx";
-const char *const kFixedResY = "RenderOptions fixed resy";
-const char *const kMaterialPreview = "RenderOptions interactive material preview";
-const char *const kCursorSize = "RenderOptions progress cursor size";
-const char *const kCursorStatic = "RenderOptions progress cursor static";
-const char *const kCursorVisible = "RenderOptions progress cursor visible";
-const char *const kShowCameras = "RenderOptions show cameras";
-const char *const kShowLights = "RenderOptions show lights";
-const char *const kShowJoints = "RenderOptions show joints";
-const char *const kActiveGpus = "RenderOptions active raytracing GPUs";
+// Ultra relies on supersampling instead of more multisamples.
+const std::array<lmTypedKey<int>, 4> kMultisampleQuality = {{{"RenderOptions multisample quality low", 2},
+                                                             {"RenderOptions multisample quality medium", 4},
+                                                             {"RenderOptions multisample quality high", 8},
+                                                             {"RenderOptions multisample quality ultra", 4}}};
+const std::array<lmTypedKey<int>, 4> kVrsQuality = {{{"RenderOptions vrs quality low", 1},
+                                                     {"RenderOptions vrs quality medium", 2},
+                                                     {"RenderOptions vrs quality high", 3},
+                                                     {"RenderOptions vrs quality ultra", 2}}};
+const std::array<lmTypedKey<bool>, 4> kUsePixelfilter = {{{"RenderOptions use pixelfilter low", true},
+                                                          {"RenderOptions use pixelfilter medium", true},
+                                                          {"RenderOptions use pixelfilter high", true},
+                                                          {"RenderOptions use pixelfilter ultra", true}}};
+const std::array<lmTypedKey<bool>, 4> kSupersampleFactor = {{{"RenderOptions supersample factor low", false},
+                                                             {"RenderOptions supersample factor medium", false},
+                                                             {"RenderOptions supersample factor high", false},
+                                                             {"RenderOptions supersample factor ultra", true}}};
+const std::array<lmTypedKey<int>, 4> kRaytracingQuality = {
+    {{"RenderOptions raytracing supersampling quality low", 2},
+     {"RenderOptions raytracing supersampling quality medium", 4},
+     {"RenderOptions raytracing supersampling quality high", 8},
+     {"RenderOptions raytracing supersampling quality ultra", 16}}};
+const lmTypedKey<bool> kSliEnable{"RenderOptions nvidia sli enable", false};
+const lmTypedKey<int> kSliMode{"RenderOptions nvidia sli mode", 1};
+const lmTypedKey<bool> kDisableSleep{"RenderOptions disable sleep", false};
+const lmTypedKey<bool> kLimitNearFar{"RenderOptions limit near far plane", false};
+const lmTypedKey<float> kNearPlane{"RenderOptions near plane", 10.0f};
+const lmTypedKey<float> kFarPlane{"RenderOptions far plane", 100000.0f};
+const lmTypedKey<bool> kDownscale{"RenderOptions downscale", false};
+const lmTypedKey<int> kDownscaleQuality{"RenderOptions downscale quality", 0};
+const lmTypedKey<bool> kFixedRes{"RenderOptions fixed res", false};
+const lmTypedKey<int> kFixedResX{"RenderOptions fixed resx", 1280};
+const lmTypedKey<int> kFixedResY{"RenderOptions fixed resy", 720};
+const lmTypedKey<bool> kMaterialPreview{"RenderOptions interactive material preview", true};
+const lmTypedKey<int> kCursorSize{"RenderOptions progress cursor size", 32};
+const lmTypedKey<bool> kCursorStatic{"RenderOptions progress cursor static", false};
+const lmTypedKey<bool> kCursorVisible{"RenderOptions progress cursor visible", true};
+const lmTypedKey<bool> kShowCameras{"RenderOptions show cameras", true};
+const lmTypedKey<bool> kShowLights{"RenderOptions show lights", true};
+const lmTypedKey<bool> kShowJoints{"RenderOptions show joints", false};
+const lmTypedKey<std::string> kActiveGpus{"RenderOptions active raytracing GPUs", std::string()};
 
 // Keys of earlier versions: never written, still cleaned up.
 const char *const kLocalLights = "RenderOptions local lights";
 const char *const kUseBackBuffer = "RenderOptions use back buffer";
 
-std::vector<osg::Color3f> defaultBackgroundColors()
+Colors defaultBackgroundColors()
 {
     if (lmPlatform::getApplicationName() == QLatin1String("lumomed"))
         return {osg::Color3f(0.0f, 0.0f, 0.0f), osg::Color3f(0.0f, 0.0f, 0.0f)};
@@ -98,75 +107,77 @@ std::vector<osg::Color3f> defaultBackgroundColors()
 }
 
 const lmKeyTable kKeys{
-    lmKey<bool>(kEnableAntialias, false),
-    lmKey<unsigned int>(kPostprocessAntialias, 0u),
-    lmKey<float>(kAntialiasDistance, 0.2f),
-    lmKey<float>(kAntialiasScale, 2.0f),
-    lmKey<double>(kAntialiasTime, 1.0),
-    lmKey<bool>(kAntialiasHighQuality, false),
-    lmKeyComputed<std::vector<osg::Color3f>>(kBackgroundColors, defaultBackgroundColors),
-    lmKey<std::vector<float>>(kBackgroundInts, {1.0f, 0.0f}),
-    lmKey<bool>(kSortTrans, true),
-    lmKey<bool>(kZWriteTrans, false),
-    lmKey<bool>(kFastFullscreen, true),
-    lmKey<int>(kHeadlightMode, 3),
-    lmKey<bool>(kCoordinateSystem, false),
-    lmKey<bool>(kAuxiliaryNodes, true),
-    lmKey<bool>(kViewCube, true),
-    lmKey<bool>(kGlContextSharing, true),
-    lmKey<bool>(kCacheWholeScene, false),
-    lmKey<float>(kHdrReferenceWhite, 250.0f),
-    lmKey<bool>(kRgb10, false),
-    lmKey<bool>(kWideGamut, false),
-    lmKey<bool>(kCorrectTwoSidedLighting, true),
-    lmKey<bool>(kSinglePassStereo, false),
-    lmKey<bool>(kOcclusionCulling, false),
-    lmKey<bool>(kPointHeadlight, false),
-    lmKey<bool>(kZUp, true),
-    lmKey<bool>(kClippingPlaneAdaption, false),
-    lmKey<bool>(kForceGlFinish, false),
-    lmKey<int>(kHardwareAntialiasSamples, 0),
-    lmKey<bool>(kHardwareAntialiasAuto, false),
-    lmKey<int>(kHardwareAntialiasQuality, 0),
-    lmKey<int>(kMultisampleQuality[0], 2),
-    lmKey<int>(kMultisampleQuality[1], 4),
-    lmKey<int>(kMultisampleQuality[2], 8),
-    lmKey<int>(kMultisampleQuality[3], 4), // ultra relies on supersampling instead
-    lmKey<int>(kVrsQuality[0], 1),
-    lmKey<int>(kVrsQuality[1], 2),
-    lmKey<int>(kVrsQuality[2], 3),
-    lmKey<int>(kVrsQuality[3], 2),
-    lmKey<bool>(kUsePixelfilter[0], true),
-    lmKey<bool>(kUsePixelfilter[1], true),
-    lmKey<bool>(kUsePixelfilter[2], true),
-    lmKey<bool>(kUsePixelfilter[3], true),
-    lmKey<bool>(kSupersampleFactor[0], false),
-    lmKey<bool>(kSupersampleFactor[1], false),
-    lmKey<bool>(kSupersampleFactor[2], false),
-    lmKey<bool>(kSupersampleFactor[3], true),
-    lmKey<int>(kRaytracingQuality[0], 2),
-    lmKey<int>(kRaytracingQuality[1], 4),
-    lmKey<int>(kRaytracingQuality[2], 8),
-    lmKey<int>(kRaytracingQuality[3], 16),
-    lmKey<bool>(kSliEnable, false),
-    lmKey<int>(kSliMode, 1),
-    lmKey<bool>(kDisableSleep, false),
-    lmKey<bool>(kLimitNearFar, false),
-    lmKey<float>(kNearPlane, 10.0f),
-    lmKey<float>(kFarPlane, 100000.0f),
-    lmKey<bool>(kDownscale, false),
-    lmKey<int>(kDownscaleQuality, 0),
-    lmKey<bool>(kFixedRes, false),
-    lmKey<int>(kFixedResX, 1280),
-    lmKey<int>(kFixedResY, 720),
-    lmKey<bool>(kMaterialPreview, true),
-    lmKey<int>(kCursorSize, 32),
-    lmKey<bool>(kCursorStatic, false),
-    lmKey<bool>(kCursorVisible, true),
-    lmKey<bool>(kShowCameras, true),
-    lmKey<bool>(kShowLights, true),
-    lmKey<bool>(kShowJoints, false),
-    lmKey<std::string>(kActiveGpus, std::string()),
+    kEnableAntialias,
+    kPostprocessAntialias,
+    kAntialiasDistance,
+    kAntialiasScale,
+    kAntialiasTime,
+    kAntialiasHighQuality,
+    lmKeyComputed<Colors>(kBackgroundColors, defaultBackgroundColors),
+    kBackgroundInts,
+    kSortTrans,
+    kZWriteTrans,
+    kFastFullscreen,
+    kHeadlightMode,
+    kCoordinateSystem,
+    kAuxiliaryNodes,
+    kViewCube,
+    kGlContextSharing,
+    kCacheWholeScene,
+    kHdrReferenceWhite,
+    kRgb10,
+    kWideGamut,
+    kCorrectTwoSidedLighting,
+    kSinglePassStereo,
+    kOcclusionCulling,
+    kPointHeadlight,
+    kZUp,
+    kClippingPlaneAdaption,
+    kForceGlFinish,
+    kHardwareAntialiasSamples,
+    kHardwareAntialiasAuto,
+    kHardwareAntialiasQuality,
+    kMultisampleQuality[0],
+    kMultisampleQuality[1],
+    kMultisampleQuality[2],
+    kMultisampleQuality[3],
+    kVrsQuality[0],
+    kVrsQuality[1],
+    kVrsQuality[2],
+    kVrsQuality[3],
+    kUsePixelfilter[0],
+    kUsePixelfilter[1],
+    kUsePixelfilter[2],
+    kUsePixelfilter[3],
+    kSupersampleFactor[0],
+    kSupersampleFactor[1],
+    kSupersampleFactor[2],
+    kSupersampleFactor[3],
+    kRaytracingQuality[0],
+    kRaytracingQuality[1],
+    kRaytracingQuality[2],
+    kRaytracingQuality[3],
+    kSliEnable,
+    kSliMode,
+    kDisableSleep,
+    kLimitNearFar,
+    kNearPlane,
+    kFarPlane,
+    kDownscale,
+    kDownscaleQuality,
+    kFixedRes,
+    kFixedResX,
+    kFixedResY,
+    kMaterialPreview,
+    kCursorSize,
+    kCursorStatic,
+    kCursorVisible,
+    kShowCameras,
+    kShowLights,
+    kShowJoints,
+    kActiveGpus,
+    lmKeyWithoutDefault<bool>(kLocalLights),
+    lmKeyWithoutDefault<bool>(kUseBackBuffer),
 };
 
 using SetVrsQuality = void (*)(lmVrsQuality);
@@ -203,22 +214,17 @@ std::array<Preset, 4> presetsOf(lmRenderOptionsPreferencesGUIW *page)
 }
 
 template <class T>
-bool read(const char *key, T &out)
+bool read(const lmTypedKey<T> &key, T &out)
 {
-    return getFromMessage(lmPreferences::getData(), key, out);
+    return key.read(lmPreferences::getData(), out);
 }
 
 // The stored value, or the fallback when it cannot be read.
 template <class T>
-T readOr(const char *key, T fallback)
+T readOr(const lmTypedKey<T> &key, typename lmTypedKey<T>::Value fallback)
 {
     read(key, fallback);
     return fallback;
-}
-
-QString numberText(double value)
-{
-    return QString::number(value, 'g', 6);
 }
 
 QString colorText(float r, float g, float b)
@@ -250,28 +256,6 @@ void appendBackgroundRow(QTableWidget *table, const QString &color, const QStrin
     table->setItem(row, 1, new QTableWidgetItem(position));
 }
 
-// Indices beyond the combo leave it as it is.
-void selectIndex(QComboBox *combo, int index)
-{
-    if (index >= 0 && index < combo->count())
-        combo->setCurrentIndex(index);
-}
-
-// The combos that store their index, beside "Antialiasing Quality".
-std::array<std::pair<const char *, QComboBox *>, 3> indexCombosOf(lmRenderOptionsPreferencesGUIW *page)
-{
-    return {{{kHeadlightMode, page->_headlightMode},
-             {kSliMode, page->_sliMode},
-             {kDownscaleQuality, page->_downscaleQuality}}};
-}
-
-void selectData(QComboBox *combo, int data)
-{
-    const int index = combo->findData(data);
-    if (index >= 0)
-        combo->setCurrentIndex(index);
-}
-
 // Items "1 Sample", "2 Samples", ... up to maxSamples, each carrying its count.
 void fillSampleCounts(QComboBox *combo, int maxSamples)
 {
@@ -285,37 +269,92 @@ void fillSampleCounts(QComboBox *combo, int maxSamples)
 } // namespace
 
 lmRenderOptionsPreferencesGUII::lmRenderOptionsPreferencesGUII()
-    : QObject(nullptr), lmPreferences(tr("Render Options"), QString()), m_page(new lmRenderOptionsPreferencesGUIW)
+    : QObject(nullptr), lmPreferencesPage(this, tr("Render Options"), QString(), kKeys)
 {
-    for (const Preset &preset : presetsOf(m_page)) {
+    lmRenderOptionsPreferencesGUIW *p = page();
+    const std::array<Preset, 4> presets = presetsOf(p);
+    for (const Preset &preset : presets) {
         fillSampleCounts(preset.multisampling, 16);
         fillSampleCounts(preset.raytracing, 64);
         fillSampleCounts(preset.vrs, 8);
     }
-    for (QLineEdit *edit : {m_page->_aaTime, m_page->_nearPlane, m_page->_farPlane})
+    for (QLineEdit *edit : {p->_aaTime, p->_nearPlane, p->_farPlane})
         edit->setValidator(new QDoubleValidator(edit));
 
-    addPreferencesGUI(m_page);
+    bindings.bind(kEnableAntialias, p->_stillframeAA);
+    bindings.bind(
+        kPostprocessAntialias, p->_postprocessAA, [](QCheckBox *box, unsigned int on) { box->setChecked(on != 0); },
+        [](const QCheckBox *box) { return box->isChecked() ? 1u : 0u; });
+    bindings.bind(kAntialiasTime, p->_aaTime);
+    bindings.bind(kAntialiasHighQuality, p->_openGLInteractive);
+    bindings.bind(kSortTrans, p->_sortTrans);
+    bindings.bind(kZWriteTrans, p->_zwriteTrans);
+    bindings.bind(kHeadlightMode, p->_headlightMode, lmIfNoItem::Keep);
+    bindings.bind(kCoordinateSystem, p->_coordinateSystem);
+    bindings.bind(kAuxiliaryNodes, p->_auxiliaryNodes);
+    bindings.bind(kViewCube, p->_viewCube);
+    bindings.bind(kCacheWholeScene, p->_cacheGeometry);
+    bindings.bind(kHdrReferenceWhite, p->_hdrReferenceWhite);
+    bindings.bind(kRgb10, p->_rgb10);
+    bindings.bind(kWideGamut, p->_wideGamut);
+    bindings.bind(kSinglePassStereo, p->_singlePassStereo);
+    bindings.bind(kOcclusionCulling, p->_occlusionCulling);
+    bindings.bind(kPointHeadlight, p->_pointHeadlight);
+    bindings.bind(kZUp, p->_zUp);
+    bindings.bind(kForceGlFinish, p->_forceGLFinish);
+    bindings.bind(kHardwareAntialiasAuto, p->_aaAuto);
+    // A quality beyond the items shows, stores and pushes as the last one.
+    bindings.bindShown(
+        kHardwareAntialiasQuality, p->_aaQuality,
+        [](QComboBox *combo, int quality) { combo->setCurrentIndex(std::max(0, std::min(quality, combo->count() - 1))); },
+        [](const QComboBox *combo) { return combo->currentIndex(); });
+    for (std::size_t level = 0; level < 4; ++level)
+        bindings.bindData(kMultisampleQuality[level], presets[level].multisampling, lmIfNoItem::Keep);
+    for (std::size_t level = 0; level < 4; ++level)
+        bindings.bind(kVrsQuality[level], presets[level].vrs, lmIfNoItem::Keep);
+    for (std::size_t level = 0; level < 4; ++level)
+        bindings.bind(kUsePixelfilter[level], presets[level].pixelfilter);
+    for (std::size_t level = 0; level < 4; ++level)
+        bindings.bind(kSupersampleFactor[level], presets[level].supersampling);
+    for (std::size_t level = 0; level < 4; ++level)
+        bindings.bindData(kRaytracingQuality[level], presets[level].raytracing, lmIfNoItem::Keep);
+    bindings.bind(kSliMode, p->_sliMode, lmIfNoItem::Keep);
+    bindings.bind(kDisableSleep, p->_disableSleep);
+    bindings.bind(kLimitNearFar, p->_limitNearFar);
+    bindings.bind(kNearPlane, p->_nearPlane);
+    bindings.bind(kFarPlane, p->_farPlane);
+    bindings.bind(kDownscale, p->_downscale);
+    bindings.bind(kDownscaleQuality, p->_downscaleQuality, lmIfNoItem::Keep);
+    bindings.bind(kFixedRes, p->_fixedRes);
+    bindings.bind(kFixedResX, p->_fixedResX);
+    bindings.bind(kFixedResY, p->_fixedResY);
+    bindings.bind(kMaterialPreview, p->_materialPreview);
+    // Shown as a percentage of the wheel's base size; the page never stores
+    // a wheel smaller than that.
+    bindings.bindShown(
+        kCursorSize, p->_progressSize,
+        [](QSpinBox *spin, int size) {
+            const int baseSize = exCursorProgress::getBaseSize();
+            if (baseSize > 0)
+                spin->setValue(qRound(double(size) / baseSize * 100.0));
+        },
+        [](const QSpinBox *spin) { return exCursorProgress::getBaseSize() * std::max(spin->value(), 100) / 100; });
+    // The page shows the store, also for the settings the host can switch
+    // outside the dialog: the page is filled before the stored values reach
+    // the host, and an untouched page must store back what it was given.
+    bindings.bind(kCursorStatic, p->_progressStatic);
+    bindings.bind(kCursorVisible, p->_progressVisible);
+    bindings.bind(kShowCameras, p->_showCameras);
+    bindings.bind(kShowLights, p->_showLights);
+    bindings.bind(kShowJoints, p->_showJoints);
+    bindings.bind(kActiveGpus, p->_activeGpus);
 
-    connect(m_page->_addBackground, &QPushButton::clicked, this, &lmRenderOptionsPreferencesGUII::clickedAdd);
-    connect(m_page->_chooseBackgroundColor, &QPushButton::clicked, this,
+    addPreferencesGUI(p);
+
+    connect(p->_addBackground, &QPushButton::clicked, this, &lmRenderOptionsPreferencesGUII::clickedAdd);
+    connect(p->_chooseBackgroundColor, &QPushButton::clicked, this,
             &lmRenderOptionsPreferencesGUII::clickedChooseColor);
-    connect(m_page->_deleteBackground, &QPushButton::clicked, this, &lmRenderOptionsPreferencesGUII::clickedDelete);
-}
-
-lmRenderOptionsPreferencesGUII::~lmRenderOptionsPreferencesGUII()
-{
-    lmMessage &store = getData();
-    kKeys.removeFrom(store);
-    store.remove(kLocalLights);
-    store.remove(kUseBackBuffer);
-    subPreferencesGUI(m_page);
-    delete m_page;
-}
-
-void lmRenderOptionsPreferencesGUII::setDefault(lmMessage &, bool overwrite)
-{
-    kKeys.writeDefaults(getData(), overwrite);
+    connect(p->_deleteBackground, &QPushButton::clicked, this, &lmRenderOptionsPreferencesGUII::clickedDelete);
 }
 
 bool lmRenderOptionsPreferencesGUII::anyChanged(std::initializer_list<const char *> keys) const
@@ -448,7 +487,7 @@ void lmRenderOptionsPreferencesGUII::apply()
     }
 
     if (isChanged(kHardwareAntialiasQuality)) {
-        const int items = m_page->_aaQuality->count();
+        const int items = page()->_aaQuality->count();
         const int quality = std::max(0, std::min(readOr(kHardwareAntialiasQuality, 0), items - 1));
         if (quality == 0) {
             lmOSGWidget::setSuperSampling(false);
@@ -529,222 +568,57 @@ void lmRenderOptionsPreferencesGUII::preferencesNewScene(lmMessage &)
 
 void lmRenderOptionsPreferencesGUII::updateGUI()
 {
-    lmRenderOptionsPreferencesGUIW *page = m_page;
-    bool flag = false;
-    int number = 0;
-    float real = 0.0f;
-    m_loaded.clear();
+    loadBound();
+    const lmMessage &store = getData();
 
-    const std::pair<const char *, QCheckBox *> checks[] = {
-        {kEnableAntialias, page->_stillframeAA},
-        {kAntialiasHighQuality, page->_openGLInteractive},
-        {kSortTrans, page->_sortTrans},
-        {kZWriteTrans, page->_zwriteTrans},
-        {kCoordinateSystem, page->_coordinateSystem},
-        {kAuxiliaryNodes, page->_auxiliaryNodes},
-        {kViewCube, page->_viewCube},
-        {kCacheWholeScene, page->_cacheGeometry},
-        {kRgb10, page->_rgb10},
-        {kWideGamut, page->_wideGamut},
-        {kSinglePassStereo, page->_singlePassStereo},
-        {kOcclusionCulling, page->_occlusionCulling},
-        {kPointHeadlight, page->_pointHeadlight},
-        {kZUp, page->_zUp},
-        {kForceGlFinish, page->_forceGLFinish},
-        {kHardwareAntialiasAuto, page->_aaAuto},
-        {kSliEnable, page->_sli},
-        {kDisableSleep, page->_disableSleep},
-        {kLimitNearFar, page->_limitNearFar},
-        {kDownscale, page->_downscale},
-        {kFixedRes, page->_fixedRes},
-        {kMaterialPreview, page->_materialPreview},
-    };
-    for (const auto &check : checks)
-        if (read(check.first, flag))
-            check.second->setChecked(flag);
+    // Shown only: the page never writes the SLI switch.
+    bool sli = false;
+    if (kSliEnable.read(store, sli))
+        page()->_sli->setChecked(sli);
 
-    unsigned int postprocess = 0;
-    if (read(kPostprocessAntialias, postprocess))
-        page->_postprocessAA->setChecked(postprocess != 0);
-    double time = 0.0;
-    if (read(kAntialiasTime, time))
-        page->_aaTime->setText(numberText(time));
-
-    std::vector<osg::Color3f> colors;
+    Colors colors;
     std::vector<float> positions;
-    if (read(kBackgroundColors, colors) && read(kBackgroundInts, positions)) {
-        page->_backgroundTable->setRowCount(0);
+    if (kBackgroundColors.read(store, colors) && kBackgroundInts.read(store, positions)) {
+        QTableWidget *table = page()->_backgroundTable;
+        table->setRowCount(0);
         for (std::size_t i = 0; i < colors.size(); ++i)
-            appendBackgroundRow(page->_backgroundTable, colorText(colors[i].red(), colors[i].green(), colors[i].blue()),
-                                numberText(i < positions.size() ? positions[i] : 0.0f));
-        page->_backgroundTable->resizeColumnToContents(0);
-    }
-
-    for (const auto &combo : indexCombosOf(page))
-        if (read(combo.first, number)) {
-            selectIndex(combo.second, number);
-            m_loaded.loaded(combo.first, combo.second, number);
-        }
-    // A quality beyond the items shows, and pushes, as the last one.
-    if (read(kHardwareAntialiasQuality, number))
-        page->_aaQuality->setCurrentIndex(std::max(0, std::min(number, page->_aaQuality->count() - 1)));
-
-    if (read(kHdrReferenceWhite, real)) {
-        page->_hdrReferenceWhite->setValue(real);
-        m_loaded.loaded(kHdrReferenceWhite, page->_hdrReferenceWhite, real);
-    }
-
-    const std::array<Preset, 4> presets = presetsOf(page);
-    for (std::size_t level = 0; level < 4; ++level) {
-        if (read(kMultisampleQuality[level], number)) {
-            selectData(presets[level].multisampling, number);
-            m_loaded.loaded(kMultisampleQuality[level], presets[level].multisampling, number);
-        }
-        if (read(kVrsQuality[level], number)) {
-            selectIndex(presets[level].vrs, number);
-            m_loaded.loaded(kVrsQuality[level], presets[level].vrs, number);
-        }
-        if (read(kUsePixelfilter[level], flag))
-            presets[level].pixelfilter->setChecked(flag);
-        if (read(kSupersampleFactor[level], flag))
-            presets[level].supersampling->setChecked(flag);
-        if (read(kRaytracingQuality[level], number)) {
-            selectData(presets[level].raytracing, number);
-            m_loaded.loaded(kRaytracingQuality[level], presets[level].raytracing, number);
-        }
-    }
-
-    if (read(kNearPlane, real))
-        page->_nearPlane->setText(numberText(real));
-    if (read(kFarPlane, real))
-        page->_farPlane->setText(numberText(real));
-    if (read(kFixedResX, number)) {
-        page->_fixedResX->setValue(number);
-        m_loaded.loaded(kFixedResX, page->_fixedResX, number);
-    }
-    if (read(kFixedResY, number)) {
-        page->_fixedResY->setValue(number);
-        m_loaded.loaded(kFixedResY, page->_fixedResY, number);
-    }
-
-    // The size is shown as a percentage of the wheel's base size.
-    const int baseSize = exCursorProgress::getBaseSize();
-    if (read(kCursorSize, number) && baseSize > 0)
-        page->_progressSize->setValue(qRound(double(number) / baseSize * 100.0));
-
-    // The page shows the store, also for the settings the host can switch
-    // outside the dialog: the page is filled before the stored values reach
-    // the host, and an untouched page must store back what it was given.
-    const std::pair<const char *, QCheckBox *> hostSwitches[] = {
-        {kCursorStatic, page->_progressStatic}, {kCursorVisible, page->_progressVisible},
-        {kShowCameras, page->_showCameras},     {kShowLights, page->_showLights},
-        {kShowJoints, page->_showJoints},
-    };
-    for (const auto &check : hostSwitches)
-        if (read(check.first, flag))
-            check.second->setChecked(flag);
-
-    std::string gpus;
-    if (read(kActiveGpus, gpus)) {
-        page->_activeGpus->setText(QString::fromStdString(gpus));
-        m_loaded.loaded(kActiveGpus, page->_activeGpus, gpus);
+            appendBackgroundRow(table, colorText(colors[i].red(), colors[i].green(), colors[i].blue()),
+                                lmNumberText(i < positions.size() ? positions[i] : 0.0f));
+        table->resizeColumnToContents(0);
     }
 }
 
 void lmRenderOptionsPreferencesGUII::storeGUI()
 {
-    lmMessage &store = getData();
-    lmRenderOptionsPreferencesGUIW *page = m_page;
-    auto put = [this, &store](const char *key, const auto &value) {
-        if (!setToMessage(store, key, value, true))
-            addUnchanged(key);
-    };
+    storeBound();
 
-    std::vector<osg::Color3f> colors;
+    const QTableWidget *table = page()->_backgroundTable;
+    Colors colors;
     std::vector<float> positions;
-    for (int row = 0; row < page->_backgroundTable->rowCount(); ++row) {
-        colors.push_back(colorFromText(cellText(page->_backgroundTable, row, 0)));
-        positions.push_back(cellText(page->_backgroundTable, row, 1).toFloat());
+    for (int row = 0; row < table->rowCount(); ++row) {
+        colors.push_back(colorFromText(cellText(table, row, 0)));
+        positions.push_back(cellText(table, row, 1).toFloat());
     }
-
-    // The page never stores a wheel smaller than its base size.
-    const int percent = std::max(page->_progressSize->value(), 100);
-    const int cursorSize = exCursorProgress::getBaseSize() * percent / 100;
-
-    put(kEnableAntialias, page->_stillframeAA->isChecked());
-    put(kPostprocessAntialias, page->_postprocessAA->isChecked() ? 1u : 0u);
-    put(kAntialiasTime, page->_aaTime->text().toDouble());
-    put(kAntialiasHighQuality, page->_openGLInteractive->isChecked());
-    put(kBackgroundColors, colors);
-    put(kBackgroundInts, positions);
-    put(kSortTrans, page->_sortTrans->isChecked());
-    put(kZWriteTrans, page->_zwriteTrans->isChecked());
-    put(kHeadlightMode, m_loaded.value(kHeadlightMode, page->_headlightMode, page->_headlightMode->currentIndex()));
-    put(kCoordinateSystem, page->_coordinateSystem->isChecked());
-    put(kAuxiliaryNodes, page->_auxiliaryNodes->isChecked());
-    put(kViewCube, page->_viewCube->isChecked());
-    put(kCacheWholeScene, page->_cacheGeometry->isChecked());
-    put(kHdrReferenceWhite,
-        m_loaded.value(kHdrReferenceWhite, page->_hdrReferenceWhite, float(page->_hdrReferenceWhite->value())));
-    put(kRgb10, page->_rgb10->isChecked());
-    put(kWideGamut, page->_wideGamut->isChecked());
-    put(kSinglePassStereo, page->_singlePassStereo->isChecked());
-    put(kOcclusionCulling, page->_occlusionCulling->isChecked());
-    put(kPointHeadlight, page->_pointHeadlight->isChecked());
-    put(kZUp, page->_zUp->isChecked());
-    put(kForceGlFinish, page->_forceGLFinish->isChecked());
-    put(kHardwareAntialiasAuto, page->_aaAuto->isChecked());
-    put(kHardwareAntialiasQuality, page->_aaQuality->currentIndex());
-    const std::array<Preset, 4> presets = presetsOf(page);
-    for (std::size_t level = 0; level < 4; ++level)
-        put(kMultisampleQuality[level], m_loaded.value(kMultisampleQuality[level], presets[level].multisampling,
-                                                       presets[level].multisampling->currentData().toInt()));
-    for (std::size_t level = 0; level < 4; ++level)
-        put(kVrsQuality[level],
-            m_loaded.value(kVrsQuality[level], presets[level].vrs, presets[level].vrs->currentIndex()));
-    for (std::size_t level = 0; level < 4; ++level)
-        put(kUsePixelfilter[level], presets[level].pixelfilter->isChecked());
-    for (std::size_t level = 0; level < 4; ++level)
-        put(kSupersampleFactor[level], presets[level].supersampling->isChecked());
-    for (std::size_t level = 0; level < 4; ++level)
-        put(kRaytracingQuality[level], m_loaded.value(kRaytracingQuality[level], presets[level].raytracing,
-                                                      presets[level].raytracing->currentData().toInt()));
-    put(kSliMode, m_loaded.value(kSliMode, page->_sliMode, page->_sliMode->currentIndex()));
-    put(kDisableSleep, page->_disableSleep->isChecked());
-    put(kLimitNearFar, page->_limitNearFar->isChecked());
-    put(kNearPlane, page->_nearPlane->text().toFloat());
-    put(kFarPlane, page->_farPlane->text().toFloat());
-    put(kDownscale, page->_downscale->isChecked());
-    put(kDownscaleQuality,
-        m_loaded.value(kDownscaleQuality, page->_downscaleQuality, page->_downscaleQuality->currentIndex()));
-    put(kFixedRes, page->_fixedRes->isChecked());
-    put(kFixedResX, m_loaded.value(kFixedResX, page->_fixedResX, page->_fixedResX->value()));
-    put(kFixedResY, m_loaded.value(kFixedResY, page->_fixedResY, page->_fixedResY->value()));
-    put(kMaterialPreview, page->_materialPreview->isChecked());
-    put(kCursorSize, cursorSize);
-    put(kCursorStatic, page->_progressStatic->isChecked());
-    put(kCursorVisible, page->_progressVisible->isChecked());
-    put(kShowCameras, page->_showCameras->isChecked());
-    put(kShowLights, page->_showLights->isChecked());
-    put(kShowJoints, page->_showJoints->isChecked());
-    put(kActiveGpus, m_loaded.value(kActiveGpus, page->_activeGpus, page->_activeGpus->text().toStdString()));
+    storeTracked(kBackgroundColors, colors);
+    storeTracked(kBackgroundInts, positions);
 
     // Keys without a control: storing the page leaves them as they are.
-    for (const char *key : {kAntialiasDistance, kAntialiasScale, kFastFullscreen, kGlContextSharing,
-                            kCorrectTwoSidedLighting, kClippingPlaneAdaption, kHardwareAntialiasSamples, kSliEnable})
+    for (const char *key : {kAntialiasDistance.name, kAntialiasScale.name, kFastFullscreen.name,
+                            kGlContextSharing.name, kCorrectTwoSidedLighting.name, kClippingPlaneAdaption.name,
+                            kHardwareAntialiasSamples.name, kSliEnable.name})
         addUnchanged(key);
 }
 
 void lmRenderOptionsPreferencesGUII::clickedAdd()
 {
-    QTableWidget *table = m_page->_backgroundTable;
+    QTableWidget *table = page()->_backgroundTable;
     appendBackgroundRow(table, QStringLiteral("0.0 0.0 0.0"), QStringLiteral("0"));
     table->setCurrentCell(table->rowCount() - 1, 0);
 }
 
 void lmRenderOptionsPreferencesGUII::clickedChooseColor()
 {
-    QTableWidget *table = m_page->_backgroundTable;
+    QTableWidget *table = page()->_backgroundTable;
     const int row = table->currentRow();
     if (row < 0)
         return;
@@ -752,7 +626,7 @@ void lmRenderOptionsPreferencesGUII::clickedChooseColor()
     QColor initial;
     initial.setRgbF(qBound(0.0, double(current.red()), 1.0), qBound(0.0, double(current.green()), 1.0),
                     qBound(0.0, double(current.blue()), 1.0));
-    const QColor chosen = QColorDialog::getColor(initial, m_page, tr("Choose Color"), QColorDialog::DontUseNativeDialog);
+    const QColor chosen = QColorDialog::getColor(initial, page(), tr("Choose Color"), QColorDialog::DontUseNativeDialog);
     if (!chosen.isValid())
         return;
     const QString text = colorText(float(chosen.redF()), float(chosen.greenF()), float(chosen.blueF()));
@@ -764,7 +638,7 @@ void lmRenderOptionsPreferencesGUII::clickedChooseColor()
 
 void lmRenderOptionsPreferencesGUII::clickedDelete()
 {
-    QTableWidget *table = m_page->_backgroundTable;
+    QTableWidget *table = page()->_backgroundTable;
     const int row = table->currentRow();
     if (row >= 0)
         table->removeRow(row);

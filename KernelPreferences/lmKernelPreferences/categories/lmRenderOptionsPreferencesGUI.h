@@ -1,7 +1,6 @@
 #pragma once
 
-#include "lmLoadedValues.h"
-#include "lmPreferences.h"
+#include "lmPreferencesPage.h"
 #include "ui_lmRenderOptionsPreferencesGUI.h"
 
 #include <QObject>
@@ -19,23 +18,19 @@ public:
 // Renderer settings of the render view: antialiasing and its presets,
 // background, transparency, headlight, navigation aids, clipping, raytracing,
 // display buffers, frame pacing, fixed resolution and the progress cursor.
-class lmRenderOptionsPreferencesGUII : public QObject, public lmPreferences
+class lmRenderOptionsPreferencesGUII : public QObject, public lmPreferencesPage<lmRenderOptionsPreferencesGUIW>
 {
     Q_OBJECT
 
 public:
     lmRenderOptionsPreferencesGUII();
-    ~lmRenderOptionsPreferencesGUII() override;
 
-    void setDefault(lmMessage &hostData, bool overwrite) override;
     void apply() override;
     void updateGUI() override;
     void storeGUI() override;
 
     // A new scene brings its own headlight.
     void preferencesNewScene(lmMessage &message) override;
-
-    lmRenderOptionsPreferencesGUIW *page() const { return m_page; }
 
     // GPU list text as pushed to the host: bit n of the mask selects GPU n + 1.
     static unsigned int parseGpuMask(const std::string &text);
@@ -49,7 +44,4 @@ private:
     bool anyChanged(std::initializer_list<const char *> keys) const;
     void applyHeadlightType();
     void applyHeadlightMode();
-
-    lmRenderOptionsPreferencesGUIW *m_page;
-    lmLoadedValues m_loaded;
 };

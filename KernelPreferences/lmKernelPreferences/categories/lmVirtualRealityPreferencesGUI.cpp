@@ -9,101 +9,53 @@
 
 #include <QSignalBlocker>
 
-#include <cstring>
 #include <initializer_list>
-#include <type_traits>
-#include <variant>
 
 namespace {
 
-const char *const kGroundMode = "VR Teleport Ground Mode";
-const char *const kTeleportRange = "VR Teleport Range";
-const char *const kVisualiseHands = "VR Visualise Hands";
-const char *const kCollisionObjects = "VR Auto Create Collision Objects";
-const char *const kTooltipsOnStart = "VR Show Tooltips on start";
-const char *const kStarVRFoveated = "StarVR Foveated Rendering Enabled";
-const char *const kStarVRFovFactor = "StarVR Foveated FOV Factor";
-const char *const kStarVRFoveatedScale = "StarVR Foveated Resolution Scale";
-const char *const kStarVRNonFoveatedScale = "StarVR Non-Foveated Resolution Scale";
-const char *const kStarVRFrontScale = "StarVR Front View Resolution Scale";
-const char *const kStarVRSideScale = "StarVR Side View Resolution Scale";
-const char *const kStarVRSingleTexture = "StarVR Single Texture Per Eye";
-const char *const kEyeTracking = "HMD Eye Tracking";
-const char *const kFoveatedRendering = "HMD Foveated Rendering";
-const char *const kFovealRegionSize = "HMD Foveal Region Size";
-const char *const kQualityPreset = "HMD Foveated Quality Preset";
-const char *const kInnerQuality = "HMD Foveated Custom Quality Inner";
-const char *const kMiddleQuality = "HMD Foveated Custom Quality Middle";
-const char *const kPeripheryQuality = "HMD Foveated Custom Quality Periphery";
+const lmTypedKey<int> kGroundMode{"VR Teleport Ground Mode", 1};
+const lmTypedKey<float> kTeleportRange{"VR Teleport Range", 15000.0f};
+const lmTypedKey<int> kVisualiseHands{"VR Visualise Hands", 1};
+const lmTypedKey<bool> kCollisionObjects{"VR Auto Create Collision Objects", true};
+const lmTypedKey<bool> kTooltipsOnStart{"VR Show Tooltips on start", true};
+const lmTypedKey<bool> kStarVRFoveated{"StarVR Foveated Rendering Enabled", false};
+const lmTypedKey<float> kStarVRFovFactor{"StarVR Foveated FOV Factor", 0.35f};
+const lmTypedKey<float> kStarVRFoveatedScale{"StarVR Foveated Resolution Scale", 0.6f};
+const lmTypedKey<float> kStarVRNonFoveatedScale{"StarVR Non-Foveated Resolution Scale", 0.4f};
+const lmTypedKey<float> kStarVRFrontScale{"StarVR Front View Resolution Scale", 1.0f};
+const lmTypedKey<float> kStarVRSideScale{"StarVR Side View Resolution Scale", 1.0f};
+const lmTypedKey<bool> kStarVRSingleTexture{"StarVR Single Texture Per Eye", false};
+const lmTypedKey<bool> kEyeTracking{"HMD Eye Tracking", false};
+const lmTypedKey<bool> kFoveatedRendering{"HMD Foveated Rendering", false};
+const lmTypedKey<float> kFovealRegionSize{"HMD Foveal Region Size", 0.3f};
+const lmTypedKey<int> kQualityPreset{"HMD Foveated Quality Preset", 0};
+const lmTypedKey<int> kInnerQuality{"HMD Foveated Custom Quality Inner", int(lmRenderTypes::TwoSamples)};
+const lmTypedKey<int> kMiddleQuality{"HMD Foveated Custom Quality Middle", int(lmRenderTypes::OneSamplePer4Pixels)};
+const lmTypedKey<int> kPeripheryQuality{"HMD Foveated Custom Quality Periphery",
+                                        int(lmRenderTypes::OneSamplePer16Pixels)};
 
-struct lmVRKey
-{
-    const char *key;
-    std::variant<int, float, bool> defaultValue;
+const lmKeyTable kKeys{
+    kGroundMode,       kTeleportRange,     kVisualiseHands,   kCollisionObjects,       kTooltipsOnStart,
+    kStarVRFoveated,   kStarVRFovFactor,   kStarVRFoveatedScale, kStarVRNonFoveatedScale, kStarVRFrontScale,
+    kStarVRSideScale,  kStarVRSingleTexture, kEyeTracking,    kFoveatedRendering,      kFovealRegionSize,
+    kQualityPreset,    kInnerQuality,      kMiddleQuality,    kPeripheryQuality,
 };
 
-// In the order the defaults are written.
-const lmVRKey kKeys[] = {
-    {kGroundMode, 1},
-    {kTeleportRange, 15000.0f},
-    {kVisualiseHands, 1},
-    {kCollisionObjects, true},
-    {kTooltipsOnStart, true},
-    {kStarVRFoveated, false},
-    {kStarVRFovFactor, 0.35f},
-    {kStarVRFoveatedScale, 0.6f},
-    {kStarVRNonFoveatedScale, 0.4f},
-    {kStarVRFrontScale, 1.0f},
-    {kStarVRSideScale, 1.0f},
-    {kStarVRSingleTexture, false},
-    {kEyeTracking, false},
-    {kFoveatedRendering, false},
-    {kFovealRegionSize, 0.3f},
-    {kQualityPreset, 0},
-    {kInnerQuality, int(lmRenderTypes::TwoSamples)},
-    {kMiddleQuality, int(lmRenderTypes::OneSamplePer4Pixels)},
-    {kPeripheryQuality, int(lmRenderTypes::OneSamplePer16Pixels)},
-};
-
-const char *const kInteractionKeys[] = {kGroundMode, kTeleportRange, kVisualiseHands, kCollisionObjects,
-                                        kTooltipsOnStart};
-const char *const kHMDKeys[] = {kEyeTracking, kFoveatedRendering, kFovealRegionSize, kQualityPreset};
-const char *const kRingKeys[] = {kInnerQuality, kMiddleQuality, kPeripheryQuality};
-const char *const kStarVRKeys[] = {kStarVRFoveated,         kStarVRFovFactor,  kStarVRFoveatedScale,
-                                   kStarVRNonFoveatedScale, kStarVRFrontScale, kStarVRSideScale,
-                                   kStarVRSingleTexture};
+const char *const kInteractionKeys[] = {kGroundMode.name, kTeleportRange.name, kVisualiseHands.name,
+                                        kCollisionObjects.name, kTooltipsOnStart.name};
+const char *const kHMDKeys[] = {kEyeTracking.name, kFoveatedRendering.name, kFovealRegionSize.name,
+                                kQualityPreset.name};
+const char *const kRingKeys[] = {kInnerQuality.name, kMiddleQuality.name, kPeripheryQuality.name};
+const char *const kStarVRKeys[] = {kStarVRFoveated.name,         kStarVRFovFactor.name,  kStarVRFoveatedScale.name,
+                                   kStarVRNonFoveatedScale.name, kStarVRFrontScale.name, kStarVRSideScale.name,
+                                   kStarVRSingleTexture.name};
 
 // Item data of the "Shading Quality" combo.
 const int kCustomPreset = 3;
 
-template <class T>
-T defaultOf(const char *key)
+lmRenderTypes::ShadingQuality readRing(const lmPreferencesService &prefs, const lmTypedKey<int> &key)
 {
-    for (const lmVRKey &row : kKeys)
-        if (std::strcmp(row.key, key) == 0)
-            return std::get<T>(row.defaultValue);
-    return T();
-}
-
-// Typed reads fall back to the key's default.
-int readInt(const lmPreferencesService &prefs, const char *key)
-{
-    return prefs.getInt(key, defaultOf<int>(key));
-}
-
-float readFloat(const lmPreferencesService &prefs, const char *key)
-{
-    return prefs.getFloat(key, defaultOf<float>(key));
-}
-
-bool readBool(const lmPreferencesService &prefs, const char *key)
-{
-    return prefs.getBool(key, defaultOf<bool>(key));
-}
-
-lmRenderTypes::ShadingQuality readRing(const lmPreferencesService &prefs, const char *key)
-{
-    return static_cast<lmRenderTypes::ShadingQuality>(readInt(prefs, key));
+    return static_cast<lmRenderTypes::ShadingQuality>(lmServiceValue(prefs, key));
 }
 
 lmRenderTypes::ShadingQuality ringOf(const QComboBox *combo)
@@ -114,36 +66,6 @@ lmRenderTypes::ShadingQuality ringOf(const QComboBox *combo)
 lmKernelServiceFactory &services()
 {
     return lmKernelServiceFactory::the();
-}
-
-// Index combos ignore indices they do not hold; data combos ignore values
-// none of their items carries. Either way the combo keeps its selection.
-void setIndex(QComboBox *combo, int index)
-{
-    const QSignalBlocker blocker(combo);
-    if (index >= 0 && index < combo->count())
-        combo->setCurrentIndex(index);
-}
-
-void setData(QComboBox *combo, int data)
-{
-    const QSignalBlocker blocker(combo);
-    const int index = combo->findData(data);
-    if (index >= 0)
-        combo->setCurrentIndex(index);
-}
-
-void setChecked(QAbstractButton *button, bool checked)
-{
-    const QSignalBlocker blocker(button);
-    button->setChecked(checked);
-}
-
-template <class Widget>
-void setValue(Widget *widget, double value)
-{
-    const QSignalBlocker blocker(widget);
-    widget->setValue(value);
 }
 
 void setUpSlider(QLMSlider *slider, double minimum, double maximum)
@@ -185,6 +107,26 @@ lmVirtualRealityPreferencesGUII::lmVirtualRealityPreferencesGUII() : lmPreferenc
     _shadingRateImageNote->hide();
     toggledNativeFoveatedRendering(_starVRFoveatedRendering->isChecked());
 
+    m_bindings.bind(kGroundMode, _groundMode, lmIfNoItem::Keep);
+    m_bindings.bind(kTeleportRange, _teleportRange);
+    m_bindings.bind(kVisualiseHands, _visualization, lmIfNoItem::Keep);
+    m_bindings.bind(kCollisionObjects, _createCollisionObjects);
+    m_bindings.bind(kTooltipsOnStart, _showTooltips);
+    m_bindings.bind(kStarVRFoveated, _starVRFoveatedRendering);
+    m_bindings.bind(kStarVRFovFactor, _starVRFovFactor);
+    m_bindings.bind(kStarVRFoveatedScale, _starVRFoveatedResolutionScale);
+    m_bindings.bind(kStarVRNonFoveatedScale, _starVRNonFoveatedResolutionScale);
+    m_bindings.bind(kStarVRFrontScale, _starVRFrontViewResolutionScale);
+    m_bindings.bind(kStarVRSideScale, _starVRSideViewResolutionScale);
+    m_bindings.bind(kStarVRSingleTexture, _starVRSingleTexture);
+    m_bindings.bind(kEyeTracking, _eyeTracking);
+    m_bindings.bind(kFoveatedRendering, _foveatedRendering);
+    m_bindings.bind(kFovealRegionSize, _fovealRegionSize);
+    m_bindings.bindData(kQualityPreset, _shadingQuality, lmIfNoItem::Keep);
+    m_bindings.bindData(kInnerQuality, _innerQuality, lmIfNoItem::Keep);
+    m_bindings.bindData(kMiddleQuality, _middleQuality, lmIfNoItem::Keep);
+    m_bindings.bindData(kPeripheryQuality, _peripheryQuality, lmIfNoItem::Keep);
+
     registerCategory();
 
     connect(_shadingQuality, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
@@ -199,29 +141,13 @@ lmVirtualRealityPreferencesGUII::lmVirtualRealityPreferencesGUII() : lmPreferenc
 lmVirtualRealityPreferencesGUII::~lmVirtualRealityPreferencesGUII()
 {
     if (lmPreferencesService *prefs = services().getService<lmPreferencesService>())
-        for (const lmVRKey &row : kKeys)
-            prefs->remove(row.key);
+        lmServiceRemove(*prefs, kKeys);
 }
 
 void lmVirtualRealityPreferencesGUII::setDefault(bool overwrite)
 {
-    lmPreferencesService *prefs = services().getService<lmPreferencesService>();
-    if (!prefs)
-        return;
-    for (const lmVRKey &row : kKeys) {
-        const QString key = row.key;
-        std::visit(
-            [&](auto value) {
-                using T = decltype(value);
-                if constexpr (std::is_same<T, int>::value)
-                    prefs->setInt(key, value, overwrite);
-                else if constexpr (std::is_same<T, float>::value)
-                    prefs->setFloat(key, value, overwrite);
-                else
-                    prefs->setBool(key, value, overwrite);
-            },
-            row.defaultValue);
-    }
+    if (lmPreferencesService *prefs = services().getService<lmPreferencesService>())
+        lmServiceWriteDefaults(*prefs, kKeys, overwrite);
 }
 
 void lmVirtualRealityPreferencesGUII::apply()
@@ -239,16 +165,16 @@ void lmVirtualRealityPreferencesGUII::apply()
     // What the next headset session starts with.
     if (anyChanged(kInteractionKeys)) {
         if (lmImmersiveInteractionService *interaction = services().getService<lmImmersiveInteractionService>()) {
-            if (isChanged(kGroundMode))
-                interaction->setTeleportGroundMode(readInt(*prefs, kGroundMode));
-            if (isChanged(kTeleportRange))
-                interaction->setTeleportRange(readFloat(*prefs, kTeleportRange));
-            if (isChanged(kVisualiseHands))
-                interaction->setDefaultControllerVisualization(readInt(*prefs, kVisualiseHands));
-            if (isChanged(kCollisionObjects))
-                interaction->setAutoCreateCollisionObjects(readBool(*prefs, kCollisionObjects));
-            if (isChanged(kTooltipsOnStart))
-                interaction->setShowTooltipsOnStart(readBool(*prefs, kTooltipsOnStart));
+            if (isChanged(kGroundMode.name))
+                interaction->setTeleportGroundMode(lmServiceValue(*prefs, kGroundMode));
+            if (isChanged(kTeleportRange.name))
+                interaction->setTeleportRange(lmServiceValue(*prefs, kTeleportRange));
+            if (isChanged(kVisualiseHands.name))
+                interaction->setDefaultControllerVisualization(lmServiceValue(*prefs, kVisualiseHands));
+            if (isChanged(kCollisionObjects.name))
+                interaction->setAutoCreateCollisionObjects(lmServiceValue(*prefs, kCollisionObjects));
+            if (isChanged(kTooltipsOnStart.name))
+                interaction->setShowTooltipsOnStart(lmServiceValue(*prefs, kTooltipsOnStart));
         }
     }
 
@@ -262,21 +188,22 @@ void lmVirtualRealityPreferencesGUII::apply()
         return;
 
     // A request the headset cannot honour must not persist.
-    if (isChanged(kEyeTracking)) {
-        const bool eyeTracking = readBool(*prefs, kEyeTracking);
+    if (isChanged(kEyeTracking.name)) {
+        const bool eyeTracking = lmServiceValue(*prefs, kEyeTracking);
         hmd->setEyeTrackingEnabled(eyeTracking);
         if (eyeTracking && !hmd->isEyeTrackingActive()) {
-            prefs->setBool(kEyeTracking, false, true);
-            setChecked(_eyeTracking, false);
+            prefs->setBool(kEyeTracking.name, false, true);
+            const QSignalBlocker blocker(_eyeTracking);
+            _eyeTracking->setChecked(false);
         }
     }
 
-    if (isChanged(kFoveatedRendering))
-        hmd->setFoveatedRenderingEnabled(readBool(*prefs, kFoveatedRendering));
-    if (isChanged(kFovealRegionSize))
-        hmd->setFovealRegionSize(readFloat(*prefs, kFovealRegionSize));
-    if (isChanged(kQualityPreset))
-        hmd->setFoveatedQualityPreset(readInt(*prefs, kQualityPreset));
+    if (isChanged(kFoveatedRendering.name))
+        hmd->setFoveatedRenderingEnabled(lmServiceValue(*prefs, kFoveatedRendering));
+    if (isChanged(kFovealRegionSize.name))
+        hmd->setFovealRegionSize(lmServiceValue(*prefs, kFovealRegionSize));
+    if (isChanged(kQualityPreset.name))
+        hmd->setFoveatedQualityPreset(lmServiceValue(*prefs, kQualityPreset));
 
     // The rings travel together.
     if (ringsChanged)
@@ -296,20 +223,20 @@ void lmVirtualRealityPreferencesGUII::applyStarVR(const lmPreferencesService &pr
         lmOSGWidget::setDisplayType(lmOSGWidget::lmDisplayDefault);
 
     lmdStarVRRenderSettings settings = hmd.getStarVRRenderSettings();
-    if (isChanged(kStarVRFoveated))
-        settings.setUseNativeFoveatedRendering(readBool(prefs, kStarVRFoveated));
-    if (isChanged(kStarVRFovFactor))
-        settings.setFoveatedFovFactor(readFloat(prefs, kStarVRFovFactor));
-    if (isChanged(kStarVRFoveatedScale))
-        settings.setFoveatedResolutionScale(readFloat(prefs, kStarVRFoveatedScale));
-    if (isChanged(kStarVRNonFoveatedScale))
-        settings.setNonFoveatedResolutionScale(readFloat(prefs, kStarVRNonFoveatedScale));
-    if (isChanged(kStarVRFrontScale))
-        settings.setFrontViewResolutionScale(readFloat(prefs, kStarVRFrontScale));
-    if (isChanged(kStarVRSideScale))
-        settings.setSideViewResolutionScale(readFloat(prefs, kStarVRSideScale));
-    if (isChanged(kStarVRSingleTexture))
-        settings.setUseSingleTexture(readBool(prefs, kStarVRSingleTexture));
+    if (isChanged(kStarVRFoveated.name))
+        settings.setUseNativeFoveatedRendering(lmServiceValue(prefs, kStarVRFoveated));
+    if (isChanged(kStarVRFovFactor.name))
+        settings.setFoveatedFovFactor(lmServiceValue(prefs, kStarVRFovFactor));
+    if (isChanged(kStarVRFoveatedScale.name))
+        settings.setFoveatedResolutionScale(lmServiceValue(prefs, kStarVRFoveatedScale));
+    if (isChanged(kStarVRNonFoveatedScale.name))
+        settings.setNonFoveatedResolutionScale(lmServiceValue(prefs, kStarVRNonFoveatedScale));
+    if (isChanged(kStarVRFrontScale.name))
+        settings.setFrontViewResolutionScale(lmServiceValue(prefs, kStarVRFrontScale));
+    if (isChanged(kStarVRSideScale.name))
+        settings.setSideViewResolutionScale(lmServiceValue(prefs, kStarVRSideScale));
+    if (isChanged(kStarVRSingleTexture.name))
+        settings.setUseSingleTexture(lmServiceValue(prefs, kStarVRSingleTexture));
     hmd.setStarVRRenderSettings(settings);
 
     if (lmOSGWidget::getDisplayType() != display)
@@ -321,43 +248,7 @@ void lmVirtualRealityPreferencesGUII::updateGUI()
     lmPreferencesService *prefs = services().getService<lmPreferencesService>();
     if (!prefs)
         return;
-
-    m_loaded.clear();
-    const auto showIndex = [&](QComboBox *combo, const char *key) {
-        const int value = readInt(*prefs, key);
-        setIndex(combo, value);
-        m_loaded.loaded(key, combo, value);
-    };
-    const auto showData = [&](QComboBox *combo, const char *key) {
-        const int value = readInt(*prefs, key);
-        setData(combo, value);
-        m_loaded.loaded(key, combo, value);
-    };
-    const auto showValue = [&](auto *control, const char *key) {
-        const float value = readFloat(*prefs, key);
-        setValue(control, value);
-        m_loaded.loaded(key, control, value);
-    };
-
-    showIndex(_groundMode, kGroundMode);
-    showValue(_teleportRange, kTeleportRange);
-    showIndex(_visualization, kVisualiseHands);
-    setChecked(_createCollisionObjects, readBool(*prefs, kCollisionObjects));
-    setChecked(_showTooltips, readBool(*prefs, kTooltipsOnStart));
-    setChecked(_starVRFoveatedRendering, readBool(*prefs, kStarVRFoveated));
-    showValue(_starVRFovFactor, kStarVRFovFactor);
-    showValue(_starVRFoveatedResolutionScale, kStarVRFoveatedScale);
-    showValue(_starVRNonFoveatedResolutionScale, kStarVRNonFoveatedScale);
-    showValue(_starVRFrontViewResolutionScale, kStarVRFrontScale);
-    showValue(_starVRSideViewResolutionScale, kStarVRSideScale);
-    setChecked(_starVRSingleTexture, readBool(*prefs, kStarVRSingleTexture));
-    setChecked(_eyeTracking, readBool(*prefs, kEyeTracking));
-    setChecked(_foveatedRendering, readBool(*prefs, kFoveatedRendering));
-    showValue(_fovealRegionSize, kFovealRegionSize);
-    showData(_shadingQuality, kQualityPreset);
-    showData(_innerQuality, kInnerQuality);
-    showData(_middleQuality, kMiddleQuality);
-    showData(_peripheryQuality, kPeripheryQuality);
+    m_bindings.load(*prefs, lmServiceBindings::Blocked);
 
     // The page's own reactions were blocked with the signals.
     toggledNativeFoveatedRendering(_starVRFoveatedRendering->isChecked());
@@ -368,41 +259,8 @@ void lmVirtualRealityPreferencesGUII::updateGUI()
 
 void lmVirtualRealityPreferencesGUII::storeGUI()
 {
-    lmPreferencesService *prefs = services().getService<lmPreferencesService>();
-    if (!prefs)
-        return;
-    const auto storeInt = [&](const char *key, const QWidget *control, int value) {
-        if (!prefs->setInt(key, m_loaded.value(key, control, value), true))
-            addUnchanged(key);
-    };
-    const auto storeFloat = [&](const char *key, const QWidget *control, double value) {
-        if (!prefs->setFloat(key, m_loaded.value(key, control, float(value)), true))
-            addUnchanged(key);
-    };
-    const auto storeBool = [&](const char *key, bool value) {
-        if (!prefs->setBool(key, value, true))
-            addUnchanged(key);
-    };
-
-    storeInt(kGroundMode, _groundMode, _groundMode->currentIndex());
-    storeFloat(kTeleportRange, _teleportRange, _teleportRange->value());
-    storeInt(kVisualiseHands, _visualization, _visualization->currentIndex());
-    storeBool(kCollisionObjects, _createCollisionObjects->isChecked());
-    storeBool(kTooltipsOnStart, _showTooltips->isChecked());
-    storeBool(kStarVRFoveated, _starVRFoveatedRendering->isChecked());
-    storeFloat(kStarVRFovFactor, _starVRFovFactor, _starVRFovFactor->value());
-    storeFloat(kStarVRFoveatedScale, _starVRFoveatedResolutionScale, _starVRFoveatedResolutionScale->value());
-    storeFloat(kStarVRNonFoveatedScale, _starVRNonFoveatedResolutionScale, _starVRNonFoveatedResolutionScale->value());
-    storeFloat(kStarVRFrontScale, _starVRFrontViewResolutionScale, _starVRFrontViewResolutionScale->value());
-    storeFloat(kStarVRSideScale, _starVRSideViewResolutionScale, _starVRSideViewResolutionScale->value());
-    storeBool(kStarVRSingleTexture, _starVRSingleTexture->isChecked());
-    storeBool(kEyeTracking, _eyeTracking->isChecked());
-    storeBool(kFoveatedRendering, _foveatedRendering->isChecked());
-    storeFloat(kFovealRegionSize, _fovealRegionSize, _fovealRegionSize->value());
-    storeInt(kQualityPreset, _shadingQuality, _shadingQuality->currentData().toInt());
-    storeInt(kInnerQuality, _innerQuality, ringOf(_innerQuality));
-    storeInt(kMiddleQuality, _middleQuality, ringOf(_middleQuality));
-    storeInt(kPeripheryQuality, _peripheryQuality, ringOf(_peripheryQuality));
+    if (lmPreferencesService *prefs = services().getService<lmPreferencesService>())
+        m_bindings.store(*prefs, [this](const char *key) { addUnchanged(key); });
 }
 
 void lmVirtualRealityPreferencesGUII::indexChangedShadingQuality(int)

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "lmLoadedValues.h"
 #include "lmPreferencesCategory.h"
+#include "lmServiceKeys.h"
 #include "ui_lmVirtualRealityPreferencesGUI.h"
 
 class lmHMDService;
-class lmPreferencesService;
 
 // Headset sessions: teleport and interaction defaults, eye tracking and
 // foveated rendering of the HMD, and native foveated rendering of StarVR.
@@ -33,5 +32,5 @@ private:
     void updateShadingQualityWarning();
     void applyStarVR(const lmPreferencesService &prefs, lmHMDService &hmd);
 
-    lmLoadedValues m_loaded;
+    lmServiceBindings m_bindings;
 };

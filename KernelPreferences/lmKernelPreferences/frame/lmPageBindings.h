@@ -10,6 +10,7 @@
 #include <QDoubleSpinBox>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QSignalBlocker>
 #include <QSlider>
 #include <QSpinBox>
 
@@ -26,13 +27,38 @@ inline QString lmNumberText(double value)
     return QString::number(value, 'g', 6);
 }
 
+// How bound keys reach their values: typed reads and writes of the store
+// itself. A category that keeps its values elsewhere specialises it.
+template <class Store>
+struct lmBoundStore
+{
+    template <class T>
+    static bool read(const Store &store, const lmTypedKey<T> &key, T &out)
+    {
+        return key.read(store, out);
+    }
+    template <class T>
+    static bool write(Store &store, const lmTypedKey<T> &key, const T &value)
+    {
+        return key.write(store, value);
+    }
+    template <class T>
+    static void writePlain(Store &store, const lmTypedKey<T> &key, const T &value)
+    {
+        key.writePlain(store, value);
+    }
+};
+
 // A page's controls bound to its typed keys, in the order updateGUI loads
 // them and storeGUI stores them. Each binding shows a stored value in its
 // control and reads it back. What updateGUI loaded is remembered
 // (lmLoadedValues), so a control the user left alone stores back exactly the
 // value it was loaded from. Binding a control also names its key on it
-// (lmPreferenceKey) for the host.
-class lmPageBindings
+// (lmPreferenceKey) for the host. Store is what the keys are read from and
+// written to: the store itself (lmPageBindings) or a host service in front
+// of it.
+template <class Store>
+class lmBindingsOf
 {
     struct Same
     {
@@ -141,16 +167,20 @@ public:
     }
 
     // updateGUI: each key that reads sets its control; the others keep theirs.
-    void load(const lmMessage &store)
+    // Blocked: the controls do not signal the values they are given.
+    enum Signals { Emitted, Blocked };
+    void load(const Store &store, Signals signalling = Emitted)
     {
         m_loaded.clear();
-        for (const Binding &binding : m_bindings)
+        for (const Binding &binding : m_bindings) {
+            const QSignalBlocker blocker(signalling == Blocked ? binding.control : nullptr);
             binding.load(store);
+        }
     }
     // storeGUI: every control's value under its key; the tracked keys whose
     // value did not change go to unchanged.
     template <class Unchanged>
-    void store(lmMessage &store, Unchanged unchanged) const
+    void store(Store &store, Unchanged unchanged) const
     {
         for (const Binding &binding : m_bindings)
             if (!binding.store(store, binding.tracked))
@@ -167,10 +197,10 @@ private:
         nameKey(control, key.name);
         const char *name = key.name;
         m_bindings.push_back(Binding{
-            name, m_writes == Tracked,
-            [this, key, control, show, remember](const lmMessage &store) {
+            name, control, m_writes == Tracked,
+            [this, key, control, show, remember](const Store &store) {
                 T value{};
-                if (!key.read(store, value))
+                if (!lmBoundStore<Store>::read(store, key, value))
                     return;
                 show(control, value);
                 if (!remember)
@@ -181,11 +211,11 @@ private:
                 if (shown.isValid())
                     m_loaded.loaded(key.name, shown, value);
             },
-            [this, key, control, read, toStore](lmMessage &store, bool tracked) {
+            [this, key, control, read, toStore](Store &store, bool tracked) {
                 const T value = toStore(m_loaded.value(key.name, control, T(read(control))));
                 if (tracked)
-                    return key.write(store, value);
-                key.writePlain(store, value);
+                    return lmBoundStore<Store>::write(store, key, value);
+                lmBoundStore<Store>::writePlain(store, key, value);
                 return true;
             }});
     }
@@ -193,9 +223,10 @@ private:
     struct Binding
     {
         const char *key;
+        QObject *control;
         bool tracked;
-        std::function<void(const lmMessage &)> load;
-        std::function<bool(lmMessage &, bool)> store;
+        std::function<void(const Store &)> load;
+        std::function<bool(Store &, bool)> store;
     };
 
     static void nameKey(QObject *control, const char *key)
@@ -227,3 +258,5 @@ private:
     Writes m_writes = Tracked;
     lmLoadedValues m_loaded;
 };
+
+using lmPageBindings = lmBindingsOf<lmMessage>;
