@@ -29,6 +29,7 @@
 #include <QtTest>
 
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <tuple>
 
@@ -169,25 +170,59 @@ const std::vector<PageRow> &pageRows()
     return kRows;
 }
 
-// The common keys after setDefault, without the prefix.
-const QStringList kCommonDefaults = {
-    "Options chord deviation = double 0.075", "Options create groups for layers = bool true",
-    "Options flush transformations = bool false", "Options import associative meshes = bool false",
-    "Options import coord systems = bool false", "Options import create as smart = bool false",
-    "Options import curves = bool false", "Options import empty layers = bool false",
-    "Options import invisible curves = bool false", "Options import invisible instances = bool false",
-    "Options import invisible meshes = bool false", "Options import invisible surfaces = bool false",
-    "Options import mesh LODs = int 2", "Options import meshes = bool true",
-    "Options import optimize materials = bool true", "Options import referenced files = bool true",
-    "Options import smart reference behavior = int 2", "Options import surfaces = bool true",
-    "Options jt toolkit = int 0", "Options keep surface data = bool true", "Options max chord length = double 200",
-    "Options merge geometries = bool true", "Options normal tolerance = double 10",
-    "Options remove empty groups = bool true", "Options stitching = bool true",
-    "Options stitching tolerance = double 0.1", "Options tessellation = bool true",
-    "Options unify surface normals = bool true", "Options unshare nodes = bool false"};
-const QStringList kOndraDefaults = {"Options import cameras = bool false", "Options import lights = bool false",
-                                    "Options import template geometries = bool false",
-                                    "Options import variants = bool false"};
+// The common keys: suffix, default, another value and the record field it
+// reaches (none: read, never handed on by a CAD page). The last four are
+// given a default by the Ondra page only, yet read by every page.
+struct CommonKey
+{
+    const char *suffix;
+    QVariant byDefault;
+    QVariant other;
+    const char *field;
+};
+const CommonKey kCommonKeys[] = {
+    {"stitching", true, false, "stitching"},
+    {"stitching tolerance", 0.1, 0.5, "stitchingTolerance"},
+    {"tessellation", true, false, nullptr},
+    {"keep surface data", true, false, "keepSurfaceData"},
+    {"create groups for layers", true, false, "createGroupsForLayers"},
+    {"chord deviation", 0.075, 0.2, "chordDeviation"},
+    {"normal tolerance", 10.0, 20.0, "normalTolerance"},
+    {"max chord length", 200.0, 500.0, "maxChordLength"},
+    {"merge geometries", true, false, "mergeGeometries"},
+    {"remove empty groups", true, false, "removeEmptyGroups"},
+    {"unshare nodes", false, true, "unshareNodes"},
+    {"flush transformations", false, true, nullptr},
+    {"import surfaces", true, false, "importSurfaces"},
+    {"import invisible surfaces", false, true, "importInvisibleSurfaces"},
+    {"unify surface normals", true, false, "unifySurfaceNormals"},
+    {"import meshes", true, false, "importMeshes"},
+    {"import invisible meshes", false, true, "importInvisibleMeshes"},
+    {"import curves", false, true, "importCurves"},
+    {"import invisible curves", false, true, "importInvisibleCurves"},
+    {"import invisible instances", false, true, "importInvisibleInstances"},
+    {"import associative meshes", false, true, "importAssociativeMeshes"},
+    {"import empty layers", false, true, "importEmptyLayers"},
+    {"import coord systems", false, true, "importCoordSystems"},
+    {"import referenced files", true, false, "importReferencedFiles"},
+    {"import mesh LODs", 2, 0, "importMeshLODs"},
+    {"jt toolkit", 0, 1, "jtToolkit"},
+    {"import optimize materials", true, false, "optimizeMaterials"},
+    {"import smart reference behavior", 2, 0, nullptr},
+    {"import create as smart", false, true, nullptr},
+    {"import cameras", false, true, "importCameras"},
+    {"import lights", false, true, "importLights"},
+    {"import variants", false, true, "importVariants"},
+    {"import template geometries", false, true, "importTemplateGeometries"},
+};
+const int kOndraOnly = 4;
+
+boost::any toAny(const QVariant &value)
+{
+    if (value.userType() == QMetaType::Bool)
+        return value.toBool();
+    return value.userType() == QMetaType::Int ? boost::any(value.toInt()) : boost::any(value.toDouble());
+}
 
 } // namespace
 
@@ -216,8 +251,10 @@ private slots:
         page->setDefault(lmPreferences::getData(), true);
         QStringList defaults = QStringList{"BCADOptions use ATF = bool false",
                                            "PLMXML load referenced files = bool true"} + r.ownDefaults;
-        for (const QString &line : kCommonDefaults + (r.type == 13 ? kOndraDefaults : QStringList()))
-            defaults << r.prefix + line;
+        for (int i = 0; i < int(std::size(kCommonKeys)) - (r.type == 13 ? 0 : kOndraOnly); ++i)
+            defaults << QString("%1Options %2 = %3 %4").arg(r.prefix, kCommonKeys[i].suffix,
+                                                            kCommonKeys[i].byDefault.typeName(),
+                                                            kCommonKeys[i].byDefault.toString());
         std::sort(defaults.begin(), defaults.end());
         defaults.removeDuplicates(); // Rhino's merge key is a common one
         QCOMPARE(storeDump(), defaults);
@@ -262,55 +299,21 @@ private slots:
     }
 
     // Each common key reaches its field of the record, read under the key of
-    // the page's type; tessellation, flush transformations and the smart
-    // references of a CAD page are read but never handed on.
+    // the page's type; PLM XML reads its sub-references from its own key.
     void eachKeyReachesItsRecordField_data()
     {
         QTest::addColumn<int>("row");
         QTest::addColumn<QString>("key");
         QTest::addColumn<QVariant>("value");
         QTest::addColumn<QString>("field");
-        const int step = 5, ondra = 2, plm = 17;
-        const std::tuple<int, const char *, QVariant, const char *> rows[] = {
-            {step, "Options stitching", false, "stitching=false"},
-            {step, "Options stitching tolerance", 0.5, "stitchingTolerance=0.5"},
-            {step, "Options keep surface data", false, "keepSurfaceData=false"},
-            {step, "Options create groups for layers", false, "createGroupsForLayers=false"},
-            {step, "Options chord deviation", 0.2, "chordDeviation=0.2"},
-            {step, "Options normal tolerance", 20.0, "normalTolerance=20"},
-            {step, "Options max chord length", 500.0, "maxChordLength=500"},
-            {step, "Options merge geometries", false, "mergeGeometries=false"},
-            {step, "Options remove empty groups", false, "removeEmptyGroups=false"},
-            {step, "Options unshare nodes", true, "unshareNodes=true"},
-            {step, "Options import surfaces", false, "importSurfaces=false"},
-            {step, "Options import invisible surfaces", true, "importInvisibleSurfaces=true"},
-            {step, "Options unify surface normals", false, "unifySurfaceNormals=false"},
-            {step, "Options import meshes", false, "importMeshes=false"},
-            {step, "Options import invisible meshes", true, "importInvisibleMeshes=true"},
-            {step, "Options import curves", true, "importCurves=true"},
-            {step, "Options import invisible curves", true, "importInvisibleCurves=true"},
-            {step, "Options import invisible instances", true, "importInvisibleInstances=true"},
-            {step, "Options import associative meshes", true, "importAssociativeMeshes=true"},
-            {step, "Options import empty layers", true, "importEmptyLayers=true"},
-            {step, "Options import coord systems", true, "importCoordSystems=true"},
-            {ondra, "Options import cameras", true, "importCameras=true"},
-            {ondra, "Options import lights", true, "importLights=true"},
-            {ondra, "Options import variants", true, "importVariants=true"},
-            {ondra, "Options import template geometries", true, "importTemplateGeometries=true"},
-            {step, "Options import referenced files", false, "importReferencedFiles=false"},
-            {step, "Options import mesh LODs", 0, "importMeshLODs=0"},
-            {step, "Options jt toolkit", 1, "jtToolkit=1"},
-            {step, "Options import optimize materials", false, "optimizeMaterials=false"},
-            {step, "Options tessellation", false, ""},
-            {step, "Options flush transformations", true, ""},
-            {step, "Options import smart reference behavior", 0, ""},
-            {step, "Options import create as smart", true, ""},
-            {plm, "Options import referenced files", false, ""},
-            {plm, "PLMXML load referenced files", false, "importReferencedFiles=false"},
-        };
-        for (const auto &r : rows)
-            QTest::addRow("%s %s", pageRows()[std::get<0>(r)].pageName, std::get<1>(r))
-                << std::get<0>(r) << QString(std::get<1>(r)) << std::get<2>(r) << QString(std::get<3>(r));
+        const int step = 5, plm = 17;
+        for (const CommonKey &key : kCommonKeys)
+            QTest::addRow("%s", key.suffix) << step << QString("StepOptions ") + key.suffix << key.other
+                                            << (key.field ? key.field + ('=' + key.other.toString()) : QString());
+        QTest::newRow("PLM XML prefixed") << plm << "PLMXMLOptions import referenced files" << QVariant(false)
+                                          << QString();
+        QTest::newRow("PLM XML own") << plm << "PLMXML load referenced files" << QVariant(false)
+                                     << "importReferencedFiles=false";
     }
 
     void eachKeyReachesItsRecordField()
@@ -321,12 +324,7 @@ private slots:
         QFETCH(QString, field);
         PagePtr page = pageRows()[row].make();
         startPage(*page);
-        const QString prefix = key.startsWith("PLMXML ") ? "" : pageRows()[row].prefix;
-        const std::string name = (prefix + key).toStdString();
-        if (value.userType() == QMetaType::Bool)
-            setStored(name, value.toBool());
-        else
-            setStored(name, value.userType() == QMetaType::Int ? boost::any(value.toInt()) : value.toDouble());
+        setStored(key.toStdString(), toAny(value));
         QMap<QString, QString> changes;
         if (!field.isEmpty())
             changes[field.section('=', 0, 0)] = field.section('=', 1);
