@@ -48,7 +48,7 @@ faults=(
     "        subPreferencesGUI(m_page.get());" "" "a page that does not withdraw itself"
 
     "KernelPreferences/lmKernelPreferences/fileio/lmStlFilePreferencesGUI.cpp"
-    "    store.remove(kSourceReferenceBehavior);" "" "a key left behind on destruction"
+    "    store.remove(sourceReferenceKey());" "" "a key left behind on destruction"
 
     "KernelPreferences/lmKernelPreferences/categories/lmWebInterfacePreferencesGUI.cpp"
     "kLocalhostOnly, kDebugMode, kUseWhiteList" "kLocalhostOnly, kUseWhiteList" "a removed key"
@@ -193,6 +193,21 @@ faults=(
 
     "KernelPreferences/lmKernelPreferences/categories/lmVirtualRealityPreferencesGUI.cpp"
     "        widget->setEnabled(on);" "        widget->setEnabled(true);" "a changed enabling rule"
+
+    "KernelPreferences/lmKernelPreferences/fileio/lmFileTypePreferences.cpp"
+    "{Step, \"Step\", kCADFile | AssociativeMeshes}," "{Step, \"Step\", kCADFile},"
+    "a capability of one file type dropped"
+
+    "KernelPreferences/lmKernelPreferences/fileio/lmFileTypePreferences.cpp"
+    "{LUMO, \"LUMO\"," "{LUMO, \"Lumo\"," "a changed LUMO prefix"
+
+    "KernelPreferences/lmKernelPreferences/fileio/lmJtFilePreferencesGUI.cpp"
+    "record.m_jtActiveLayerFilter = activeLayerFilter;" "record.m_jtActiveLayerFilter = usePlugin;"
+    "a JT record field taken from the wrong key"
+
+    "KernelPreferences/lmKernelPreferences/fileio/lmRhinoFilePreferencesGUI.cpp"
+    "record.m_importNurbs = importNurbs;" "record.m_importNurbs = mergeGeometries;"
+    "a Rhino record field taken from the wrong key"
 )
 
 cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DLM_BENCHMARKS=OFF >/dev/null

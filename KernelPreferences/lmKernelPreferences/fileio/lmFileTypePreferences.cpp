@@ -8,10 +8,8 @@
 
 #include <QtGlobal>
 
-#include <algorithm>
 #include <initializer_list>
-#include <type_traits>
-#include <variant>
+#include <iterator>
 
 using namespace lmCADFileTypes;
 
@@ -19,168 +17,136 @@ namespace {
 
 using Options = lmFileTypePreferences::Options;
 
-// Indexed by the file type; the names prefix the keys and name the records.
-const char *const kTypeNames[] = {
-    "Cinema4D", "Cosmo", "PlanetWeb", "KBX", "Kova", "Obj",
-    "OpenSG", "PLMXML", "Python", "3DKrafta", "LUMO", "VRML",
-    "ACIS", "Ondra", "Draftex", "Catia V4", "Catia V5", "DGN",
-    "Fabricor", "JT", "NX", "Iges", "Parasolid", "ProEngineer",
-    "Rhino", "SketchUp", "SolidEdge", "SolidWorks", "Step", "STL",
-    "BCAD", "Undefined", "Unsupported",
-};
-const int kTypeCount = int(sizeof(kTypeNames) / sizeof(kTypeNames[0]));
-
-const char *const kStitching = "Options stitching";
-const char *const kStitchingTolerance = "Options stitching tolerance";
-const char *const kTessellation = "Options tessellation";
-const char *const kKeepSurfaceData = "Options keep surface data";
-const char *const kCreateGroupsForLayers = "Options create groups for layers";
-const char *const kChordDeviation = "Options chord deviation";
-const char *const kNormalTolerance = "Options normal tolerance";
-const char *const kMaxChordLength = "Options max chord length";
-const char *const kMergeGeometries = "Options merge geometries";
-const char *const kRemoveEmptyGroups = "Options remove empty groups";
-const char *const kUnshareNodes = "Options unshare nodes";
-const char *const kFlushTransformations = "Options flush transformations";
-const char *const kImportSurfaces = "Options import surfaces";
-const char *const kImportInvisibleSurfaces = "Options import invisible surfaces";
-const char *const kUnifySurfaceNormals = "Options unify surface normals";
-const char *const kImportMeshes = "Options import meshes";
-const char *const kImportInvisibleMeshes = "Options import invisible meshes";
-const char *const kImportCurves = "Options import curves";
-const char *const kImportInvisibleCurves = "Options import invisible curves";
-const char *const kImportInvisibleInstances = "Options import invisible instances";
-const char *const kImportAssociativeMeshes = "Options import associative meshes";
-const char *const kImportEmptyLayers = "Options import empty layers";
-const char *const kImportCoordSystems = "Options import coord systems";
-const char *const kImportCameras = "Options import cameras";
-const char *const kImportLights = "Options import lights";
-const char *const kImportVariants = "Options import variants";
-const char *const kImportTemplateGeometries = "Options import template geometries";
-const char *const kImportReferencedFiles = "Options import referenced files";
-const char *const kImportMeshLODs = "Options import mesh LODs";
-const char *const kJtToolkit = "Options jt toolkit";
-const char *const kOptimizeMaterials = "Options import optimize materials";
-const char *const kSmartReferenceBehavior = "Options import smart reference behavior";
-const char *const kCreateAsSmart = "Options import create as smart";
-const char *const kUseATF = "BCADOptions use ATF";
-const char *const kPLMXMLReferencedFiles = "PLMXML load referenced files";
-
-// Which pages give a row its default and under which key they read it.
-enum class Scope {
-    EveryPage,        // prefixed; defaulted and read by every page
-    OndraOnly,        // prefixed; defaulted by the Ondra page only, read by every page
-    SubReference,     // prefixed; read with the sub-reference name, except on the PLM XML page
-    SmartReference,   // prefixed; read only by the OpenSG and LUMO types
-    Unprefixed,       // as written; defaulted by every page, read by none
-    PLMXMLReference,  // as written; defaulted by every page, the PLM XML page's sub-reference
+// What the common form offers a file type.
+enum Capability : unsigned {
+    ImportTab = 1u << 0,
+    ExportTab = 1u << 1,
+    ExportKBX = 1u << 2,        // the KBX group of the export tab
+    ExportSTL = 1u << 3,        // the STL group of the export tab
+    LegacyJt = 1u << 4,         // the legacy JT loader group
+    LegacyRhino = 1u << 5,      // the legacy Rhino loader group
+    CommonOptions = 1u << 6,    // the common controls are loaded and stored
+    FileSpecific = 1u << 7,     // the "File Specific Options" page
+    Project = 1u << 8,          // the project page
+    Advanced = 1u << 9,         // the advanced page
+    Tessellation = 1u << 10,    // the tessellation widget, shown, loaded and stored
+    MeshesOnly = 1u << 11,      // nothing to tessellate or stitch: scene-graph options only
+    AssociativeMeshes = 1u << 12,
+    InvisibleInstances = 1u << 13,
+    References = 1u << 14,      // referenced files and material optimisation
+    CoordSystems = 1u << 15,
+    OndraSwitches = 1u << 16,   // cameras, lights, variants, template geometries: defaulted and shown
+    EmptyLayers = 1u << 17,     // shown and stored
+    LoadsEmptyLayers = 1u << 18,
+    JtOptions = 1u << 19,       // mesh LODs and JT toolkit shown
+    SmartReferences = 1u << 20, // the native scene formats: read, shown and stored
+    OwnReferenceKey = 1u << 21, // sub-references under "PLMXML load referenced files"
 };
 
-using Member = std::variant<std::monostate, bool Options::*, double Options::*, std::int32_t Options::*>;
+constexpr unsigned kPlainCAD = ImportTab | CommonOptions | Advanced | Tessellation;
+constexpr unsigned kCAD = kPlainCAD | InvisibleInstances | References;
+constexpr unsigned kCADFile = kCAD | FileSpecific;
+constexpr unsigned kScene = ImportTab | ExportTab | CommonOptions | Advanced | InvisibleInstances | References;
 
-struct CommonOption
+struct FileTypeRow
 {
-    const char *suffix;
-    Member member;
-    boost::any defaultValue;
-    Scope scope;
+    FileType type;
+    const char *name; // prefixes the keys and names the record
+    unsigned capabilities;
 };
 
-template <class T>
-CommonOption option(const char *suffix, T Options::*member, T defaultValue, Scope scope = Scope::EveryPage)
-{
-    return {suffix, member, boost::any(defaultValue), scope};
-}
-
-// In the order in which the defaults are written.
-const CommonOption kCommonOptions[] = {
-    option(kStitching, &Options::stitching, true),
-    option(kStitchingTolerance, &Options::stitchingTolerance, 0.1),
-    option(kTessellation, &Options::tessellation, true),
-    option(kKeepSurfaceData, &Options::keepSurfaceData, true),
-    option(kCreateGroupsForLayers, &Options::createGroupsForLayers, true),
-    option(kChordDeviation, &Options::chordDeviation, 0.075),
-    option(kNormalTolerance, &Options::normalTolerance, 10.0),
-    option(kMaxChordLength, &Options::maxChordLength, 200.0),
-    option(kMergeGeometries, &Options::mergeGeometries, true),
-    option(kRemoveEmptyGroups, &Options::removeEmptyGroups, true),
-    option(kUnshareNodes, &Options::unshareNodes, false),
-    option(kFlushTransformations, &Options::flushTransformations, false),
-    option(kImportSurfaces, &Options::importSurfaces, true),
-    option(kImportInvisibleSurfaces, &Options::importInvisibleSurfaces, false),
-    option(kUnifySurfaceNormals, &Options::unifySurfaceNormals, true),
-    option(kImportMeshes, &Options::importMeshes, true),
-    option(kImportInvisibleMeshes, &Options::importInvisibleMeshes, false),
-    option(kImportCurves, &Options::importCurves, false),
-    option(kImportInvisibleCurves, &Options::importInvisibleCurves, false),
-    option(kImportInvisibleInstances, &Options::importInvisibleInstances, false),
-    option(kImportAssociativeMeshes, &Options::importAssociativeMeshes, false),
-    option(kImportEmptyLayers, &Options::importEmptyLayers, false),
-    option(kImportCoordSystems, &Options::importCoordSystems, false),
-    option(kImportCameras, &Options::importCameras, false, Scope::OndraOnly),
-    option(kImportLights, &Options::importLights, false, Scope::OndraOnly),
-    option(kImportVariants, &Options::importVariants, false, Scope::OndraOnly),
-    option(kImportTemplateGeometries, &Options::importTemplateGeometries, false, Scope::OndraOnly),
-    option(kImportReferencedFiles, &Options::importReferencedFiles, true, Scope::SubReference),
-    option(kImportMeshLODs, &Options::importMeshLODs, std::int32_t(2)),
-    option(kJtToolkit, &Options::jtToolkit, std::int32_t(0)),
-    option(kOptimizeMaterials, &Options::optimizeMaterials, true),
-    option(kSmartReferenceBehavior, &Options::smartReferenceBehavior, std::int32_t(2), Scope::SmartReference),
-    option(kCreateAsSmart, &Options::importCreateAsSmart, false, Scope::SmartReference),
-    {kUseATF, std::monostate(), boost::any(false), Scope::Unprefixed},
-    option(kPLMXMLReferencedFiles, &Options::importReferencedFiles, true, Scope::PLMXMLReference),
+// One row per file type, in the order of the enumeration.
+constexpr FileTypeRow kFileTypes[] = {
+    {Cinema4D, "Cinema4D", 0},
+    {Cosmo, "Cosmo", 0},
+    {PlanetWeb, "PlanetWeb", 0},
+    {KBX, "KBX", (kCAD & ~Advanced) | ExportTab | ExportKBX | MeshesOnly},
+    {Kova, "Kova", kCAD | ExportTab},
+    {Obj, "Obj", kCAD},
+    {OpenSG, "OpenSG", kScene | SmartReferences},
+    {PLMXML, "PLMXML", ImportTab | CommonOptions | FileSpecific | References | OwnReferenceKey},
+    {Python, "Python", 0},
+    {Krafta3D, "3DKrafta", 0},
+    {LUMO, "LUMO", kScene | Project | SmartReferences},
+    {VRML, "VRML", kCAD | ExportTab},
+    {ACIS, "ACIS", kCAD},
+    {Ondra, "Ondra", kPlainCAD | FileSpecific | OndraSwitches | EmptyLayers | LoadsEmptyLayers},
+    {Draftex, "Draftex", kPlainCAD},
+    {CatiaV4, "Catia V4", kCADFile},
+    {CatiaV5, "Catia V5", kCADFile | AssociativeMeshes | CoordSystems},
+    {DGN, "DGN", kCADFile},
+    {Fabricor, "Fabricor", kCADFile},
+    {JT, "JT", kCADFile | JtOptions | LegacyJt},
+    {NX, "NX", kCADFile | AssociativeMeshes | EmptyLayers},
+    {Iges, "Iges", kPlainCAD},
+    {Parasolid, "Parasolid", kCAD},
+    {ProEngineer, "ProEngineer", kCADFile},
+    {Rhino, "Rhino", kCADFile | LegacyRhino},
+    {SketchUp, "SketchUp", kCAD},
+    {SolidEdge, "SolidEdge", kCADFile | AssociativeMeshes},
+    {SolidWorks, "SolidWorks", kCADFile},
+    {Step, "Step", kCADFile | AssociativeMeshes},
+    {STL, "STL", ExportTab | ExportSTL},
+    {BCAD, "BCAD", kPlainCAD},
+    {Undefined, "Undefined", 0},
+    {Unsupported, "Unsupported", 0},
 };
 
-bool isOneOf(int type, std::initializer_list<int> types)
+constexpr bool inEnumerationOrder()
 {
-    return std::find(types.begin(), types.end(), type) != types.end();
+    for (int i = 0; i < int(std::size(kFileTypes)); ++i)
+        if (kFileTypes[i].type != i)
+            return false;
+    return true;
 }
+static_assert(std::size(kFileTypes) == Unsupported + 1, "one row per file type");
+static_assert(inEnumerationOrder(), "rows in the order of the enumeration");
 
-// The names prefixing the sub-reference key: the type names, except that PLM
-// XML (which keeps a key of its own) reads "undefined".
-std::string subReferenceName(int type)
-{
-    return type == PLMXML ? "undefined" : lmFileTypePreferences::typeName(type);
-}
+// The common options: key suffix and default.
+constexpr lmTypedKey<bool> kStitching{"Options stitching", true};
+constexpr lmTypedKey<double> kStitchingTolerance{"Options stitching tolerance", 0.1};
+constexpr lmTypedKey<bool> kTessellation{"Options tessellation", true};
+constexpr lmTypedKey<bool> kKeepSurfaceData{"Options keep surface data", true};
+constexpr lmTypedKey<bool> kCreateGroupsForLayers{"Options create groups for layers", true};
+constexpr lmTypedKey<double> kChordDeviation{"Options chord deviation", 0.075};
+constexpr lmTypedKey<double> kNormalTolerance{"Options normal tolerance", 10.0};
+constexpr lmTypedKey<double> kMaxChordLength{"Options max chord length", 200.0};
+constexpr lmTypedKey<bool> kMergeGeometries{"Options merge geometries", true};
+constexpr lmTypedKey<bool> kRemoveEmptyGroups{"Options remove empty groups", true};
+constexpr lmTypedKey<bool> kUnshareNodes{"Options unshare nodes", false};
+constexpr lmTypedKey<bool> kFlushTransformations{"Options flush transformations", false};
+constexpr lmTypedKey<bool> kImportSurfaces{"Options import surfaces", true};
+constexpr lmTypedKey<bool> kImportInvisibleSurfaces{"Options import invisible surfaces", false};
+constexpr lmTypedKey<bool> kUnifySurfaceNormals{"Options unify surface normals", true};
+constexpr lmTypedKey<bool> kImportMeshes{"Options import meshes", true};
+constexpr lmTypedKey<bool> kImportInvisibleMeshes{"Options import invisible meshes", false};
+constexpr lmTypedKey<bool> kImportCurves{"Options import curves", false};
+constexpr lmTypedKey<bool> kImportInvisibleCurves{"Options import invisible curves", false};
+constexpr lmTypedKey<bool> kImportInvisibleInstances{"Options import invisible instances", false};
+constexpr lmTypedKey<bool> kImportAssociativeMeshes{"Options import associative meshes", false};
+constexpr lmTypedKey<bool> kImportEmptyLayers{"Options import empty layers", false};
+constexpr lmTypedKey<bool> kImportCoordSystems{"Options import coord systems", false};
+constexpr lmTypedKey<bool> kImportCameras{"Options import cameras", false};
+constexpr lmTypedKey<bool> kImportLights{"Options import lights", false};
+constexpr lmTypedKey<bool> kImportVariants{"Options import variants", false};
+constexpr lmTypedKey<bool> kImportTemplateGeometries{"Options import template geometries", false};
+constexpr lmTypedKey<bool> kImportReferencedFiles{"Options import referenced files", true};
+constexpr lmTypedKey<std::int32_t> kImportMeshLODs{"Options import mesh LODs", 2};
+constexpr lmTypedKey<std::int32_t> kJtToolkit{"Options jt toolkit", 0};
+constexpr lmTypedKey<bool> kOptimizeMaterials{"Options import optimize materials", true};
+constexpr lmTypedKey<std::int32_t> kSmartReferenceBehavior{"Options import smart reference behavior", 2};
+constexpr lmTypedKey<bool> kCreateAsSmart{"Options import create as smart", false};
+constexpr char kSourceReferenceBehavior[] = "Options import source reference behavior";
+// Written without a prefix, by every page.
+constexpr lmTypedKey<bool> kUseATF{"BCADOptions use ATF", false};
+constexpr lmTypedKey<bool> kPLMXMLReferencedFiles{"PLMXML load referenced files", true};
 
-// Only the native scene formats read smart-reference keys, prefixed with
-// their type names.
-bool hasSmartReferences(int type)
-{
-    return type == OpenSG || type == LUMO;
-}
+// The stored smart-reference behaviour that keeps references ("Keep References").
+constexpr std::int32_t kKeepReferences = 2;
 
-// The key a row is written under by setDefault and removed under.
-std::string storedKey(const CommonOption &row, const std::string &typeName)
+const FileTypeRow &rowOf(int type)
 {
-    const bool unprefixed = row.scope == Scope::Unprefixed || row.scope == Scope::PLMXMLReference;
-    return unprefixed ? std::string(row.suffix) : typeName + row.suffix;
-}
-
-// The key the page reads a row from; empty when this type does not read it.
-std::string readKey(const CommonOption &row, int type)
-{
-    switch (row.scope) {
-    case Scope::EveryPage:
-    case Scope::OndraOnly:
-        return lmFileTypePreferences::typeName(type) + row.suffix;
-    case Scope::SubReference:
-        return type == PLMXML ? std::string() : subReferenceName(type) + row.suffix;
-    case Scope::SmartReference:
-        return hasSmartReferences(type) ? lmFileTypePreferences::typeName(type) + row.suffix : std::string();
-    case Scope::Unprefixed:
-        return std::string();
-    case Scope::PLMXMLReference:
-        return type == PLMXML ? std::string(row.suffix) : std::string();
-    }
-    return std::string();
-}
-
-std::string subReferenceKey(int type)
-{
-    if (type == PLMXML)
-        return kPLMXMLReferencedFiles;
-    return subReferenceName(type) + kImportReferencedFiles;
+    return kFileTypes[type >= 0 && type < int(std::size(kFileTypes)) ? type : Unsupported];
 }
 
 int geometryIndex(bool import, bool invisible)
@@ -195,23 +161,19 @@ void removeTab(QTabWidget *tabs, QWidget *tab)
         tabs->removeTab(index);
 }
 
+void setVisible(std::initializer_list<QWidget *> widgets, bool visible)
+{
+    for (QWidget *widget : widgets)
+        widget->setVisible(visible);
+}
+
 } // namespace
 
 lmFileTypePreferences::lmFileTypePreferences(FileType type, const QString &pageName, const QString &parentName)
     : lmPreferences(parentName, pageName), m_fileType(type), m_page(nullptr)
 {
     Q_ASSERT(type >= KBX && type <= BCAD);
-    // The members start at the defaults of the key table.
-    for (const CommonOption &row : kCommonOptions)
-        std::visit(
-            [this, &row](auto member) {
-                using M = decltype(member);
-                if constexpr (!std::is_same<M, std::monostate>::value) {
-                    using T = std::remove_reference_t<decltype(m_options.*member)>;
-                    m_options.*member = boost::any_cast<T>(row.defaultValue);
-                }
-            },
-            row.member);
+    declareKeys();
 
     m_page = new lmFileTypePreferencesGUIW;
     bindCommonControls();
@@ -230,68 +192,154 @@ lmFileTypePreferences::~lmFileTypePreferences()
 {
     // The unprefixed keys go too, although every other page wrote them as well.
     lmMessage &store = getData();
-    const std::string prefix = typeName();
-    for (const CommonOption &row : kCommonOptions)
-        store.remove(storedKey(row, prefix));
+    for (const Row &row : m_rows)
+        store.remove(row.name);
     subPreferencesGUI(m_page);
     delete m_page;
 }
 
-// The keys of the common controls carry this page's type name, so they are
-// bound here rather than in the shared form: the controls and keys that
-// storeCommonControls() writes for this type.
+bool lmFileTypePreferences::has(unsigned capability) const
+{
+    return (rowOf(m_fileType).capabilities & capability) != 0;
+}
+
+// A key of this page: prefix (empty for the unprefixed keys) and option. The
+// member starts at the default and is what apply and updateGUI read it into.
+template <class T>
+void lmFileTypePreferences::declare(const char *prefix, const lmTypedKey<T> &option, T *member, int use)
+{
+    m_keyNames.push_back(std::string(prefix) + option.name);
+    const lmTypedKey<T> key{m_keyNames.back().c_str(), option.defaultValue};
+    *member = option.defaultValue;
+    Row row{key.name, {}, {}};
+    if (use & Defaulted)
+        row.writeDefault = [key](lmMessage &store, bool overwrite) { key.writeDefault(store, overwrite); };
+    if (use & Read)
+        row.read = [key, member](const lmMessage &store) { key.read(store, *member); };
+    m_rows.push_back(std::move(row));
+}
+
+const char *lmFileTypePreferences::declaredName(const std::string &name) const
+{
+    for (const std::string &declared : m_keyNames)
+        if (declared == name)
+            return declared.c_str();
+    qFatal("undeclared key %s", name.c_str());
+    return nullptr;
+}
+
+template <class T>
+lmTypedKey<T> lmFileTypePreferences::prefixed(const lmTypedKey<T> &option) const
+{
+    return {declaredName(key(option.name)), option.defaultValue};
+}
+
+// Every key of the page, in the order of its defaults.
+void lmFileTypePreferences::declareKeys()
+{
+    Options &o = m_options;
+    const char *prefix = rowOf(m_fileType).name;
+    declare(prefix, kStitching, &o.stitching);
+    declare(prefix, kStitchingTolerance, &o.stitchingTolerance);
+    declare(prefix, kTessellation, &o.tessellation);
+    declare(prefix, kKeepSurfaceData, &o.keepSurfaceData);
+    declare(prefix, kCreateGroupsForLayers, &o.createGroupsForLayers);
+    declare(prefix, kChordDeviation, &o.chordDeviation);
+    declare(prefix, kNormalTolerance, &o.normalTolerance);
+    declare(prefix, kMaxChordLength, &o.maxChordLength);
+    declare(prefix, kMergeGeometries, &o.mergeGeometries);
+    declare(prefix, kRemoveEmptyGroups, &o.removeEmptyGroups);
+    declare(prefix, kUnshareNodes, &o.unshareNodes);
+    declare(prefix, kFlushTransformations, &o.flushTransformations);
+    declare(prefix, kImportSurfaces, &o.importSurfaces);
+    declare(prefix, kImportInvisibleSurfaces, &o.importInvisibleSurfaces);
+    declare(prefix, kUnifySurfaceNormals, &o.unifySurfaceNormals);
+    declare(prefix, kImportMeshes, &o.importMeshes);
+    declare(prefix, kImportInvisibleMeshes, &o.importInvisibleMeshes);
+    declare(prefix, kImportCurves, &o.importCurves);
+    declare(prefix, kImportInvisibleCurves, &o.importInvisibleCurves);
+    declare(prefix, kImportInvisibleInstances, &o.importInvisibleInstances);
+    declare(prefix, kImportAssociativeMeshes, &o.importAssociativeMeshes);
+    declare(prefix, kImportEmptyLayers, &o.importEmptyLayers);
+    declare(prefix, kImportCoordSystems, &o.importCoordSystems);
+    // Read by every page, given a default by the Ondra page only.
+    const int ondra = has(OndraSwitches) ? Defaulted | Read : Read;
+    declare(prefix, kImportCameras, &o.importCameras, ondra);
+    declare(prefix, kImportLights, &o.importLights, ondra);
+    declare(prefix, kImportVariants, &o.importVariants, ondra);
+    declare(prefix, kImportTemplateGeometries, &o.importTemplateGeometries, ondra);
+    const bool ownReferenceKey = has(OwnReferenceKey);
+    declare(prefix, kImportReferencedFiles, &o.importReferencedFiles, ownReferenceKey ? Defaulted : Defaulted | Read);
+    declare(prefix, kImportMeshLODs, &o.importMeshLODs);
+    declare(prefix, kJtToolkit, &o.jtToolkit);
+    declare(prefix, kOptimizeMaterials, &o.optimizeMaterials);
+    const int smart = has(SmartReferences) ? Defaulted | Read : Defaulted;
+    declare(prefix, kSmartReferenceBehavior, &o.smartReferenceBehavior, smart);
+    declare(prefix, kCreateAsSmart, &o.importCreateAsSmart, smart);
+    bool useATF = false; // read by the Base CAD readers, not by a page
+    declare("", kUseATF, &useATF, Defaulted);
+    declare("", kPLMXMLReferencedFiles, &o.importReferencedFiles, ownReferenceKey ? Defaulted | Read : Defaulted);
+}
+
+// The controls that storeCommonControls() writes for this type, bound to
+// their keys; the geometry combos, the tessellation values and the smart
+// references are loaded and stored by hand.
 void lmFileTypePreferences::bindCommonControls()
 {
-    const int t = m_fileType;
-    if (!((t >= KBX && t <= PLMXML) || (t >= LUMO && t <= Step) || t == BCAD))
+    m_bindings.writeFromHere(lmPageBindings::Plain); // every key counts as changed
+    if (!has(CommonOptions))
         return;
 
     lmFileTypePreferencesGUIW *p = m_page;
-    auto bind = [](QObject *control, std::initializer_list<std::string> keys) {
-        QStringList names;
-        for (const std::string &key : keys)
-            names << QString::fromStdString(key);
-        lmBindKeys(control, names);
+    const auto names = [this](std::initializer_list<const char *> options) {
+        QStringList keys;
+        for (const char *option : options)
+            keys << QString::fromStdString(key(option));
+        return keys;
     };
+    lmBindKeys(p->_cbImportSurfaces, names({kImportSurfaces.name, kImportInvisibleSurfaces.name}));
+    lmBindKeys(p->_cbImportMeshes, names({kImportMeshes.name, kImportInvisibleMeshes.name}));
+    lmBindKeys(p->_cbImportCurves, names({kImportCurves.name, kImportInvisibleCurves.name}));
 
-    bind(p->_cbImportSurfaces, {key(kImportSurfaces), key(kImportInvisibleSurfaces)});
-    bind(p->_cbImportMeshes, {key(kImportMeshes), key(kImportInvisibleMeshes)});
-    bind(p->_cbImportCurves, {key(kImportCurves), key(kImportInvisibleCurves)});
-
-    if (!isOneOf(t, {OpenSG, PLMXML, Python, Krafta3D, LUMO, STL})) {
+    if (has(Tessellation)) {
         lmTesselationSettings *tessellation = p->m_tesselationSettings;
-        bind(tessellation->chordDeviationField(), {key(kChordDeviation)});
-        bind(tessellation->normalToleranceField(), {key(kNormalTolerance)});
-        bind(tessellation->maxChordLengthField(), {key(kMaxChordLength)});
-        bind(tessellation->stitchingSwitch(), {key(kStitching)});
-        bind(tessellation->stitchingToleranceField(), {key(kStitchingTolerance)});
-        bind(tessellation->keepSurfaceData(), {key(kKeepSurfaceData)});
-        bind(tessellation->unifySurfaceNormals(), {key(kUnifySurfaceNormals)});
-        bind(tessellation->mergeGeometries(), {key(kMergeGeometries)});
-        bind(tessellation->createGroupsForLayers(), {key(kCreateGroupsForLayers)});
-        bind(tessellation->removeEmptyGroups(), {key(kRemoveEmptyGroups)});
-        bind(tessellation->unshareNodes(), {key(kUnshareNodes)});
-        bind(tessellation->flushTransformations(), {key(kFlushTransformations)});
+        lmBindKeys(tessellation->chordDeviationField(), names({kChordDeviation.name}));
+        lmBindKeys(tessellation->normalToleranceField(), names({kNormalTolerance.name}));
+        lmBindKeys(tessellation->maxChordLengthField(), names({kMaxChordLength.name}));
+        lmBindKeys(tessellation->stitchingSwitch(), names({kStitching.name}));
+        lmBindKeys(tessellation->stitchingToleranceField(), names({kStitchingTolerance.name}));
+        m_bindings.bind(prefixed(kKeepSurfaceData), tessellation->keepSurfaceData());
+        m_bindings.bind(prefixed(kUnifySurfaceNormals), tessellation->unifySurfaceNormals());
+        m_bindings.bind(prefixed(kMergeGeometries), tessellation->mergeGeometries());
+        m_bindings.bind(prefixed(kCreateGroupsForLayers), tessellation->createGroupsForLayers());
+        m_bindings.bind(prefixed(kRemoveEmptyGroups), tessellation->removeEmptyGroups());
+        m_bindings.bind(prefixed(kUnshareNodes), tessellation->unshareNodes());
+        m_bindings.bind(prefixed(kFlushTransformations), tessellation->flushTransformations());
     }
 
-    bind(p->m_associativeMeshesEnabled, {key(kImportAssociativeMeshes)});
-    bind(p->m_invisibleInstancesEnabled, {key(kImportInvisibleInstances)});
-    bind(p->m_importReferencedFiles, {subReferenceKey(t)});
-    bind(p->m_optimizeMaterials, {key(kOptimizeMaterials)});
-    bind(p->m_coordSystemsEnabled, {key(kImportCoordSystems)});
-    if (t == Ondra) {
-        bind(p->m_camerasEnabled, {key(kImportCameras)});
-        bind(p->m_lightsEnabled, {key(kImportLights)});
-        bind(p->m_variantsEnabled, {key(kImportVariants)});
-        bind(p->m_templateGeometriesEnabled, {key(kImportTemplateGeometries)});
+    m_bindings.bind(prefixed(kImportAssociativeMeshes), p->m_associativeMeshesEnabled);
+    m_bindings.bind(prefixed(kImportInvisibleInstances), p->m_invisibleInstancesEnabled);
+    m_bindings.bind(has(OwnReferenceKey) ? kPLMXMLReferencedFiles : prefixed(kImportReferencedFiles),
+                    p->m_importReferencedFiles);
+    m_bindings.bind(prefixed(kOptimizeMaterials), p->m_optimizeMaterials);
+    m_bindings.bind(prefixed(kImportCoordSystems), p->m_coordSystemsEnabled);
+    if (has(OndraSwitches)) {
+        m_bindings.bind(prefixed(kImportCameras), p->m_camerasEnabled);
+        m_bindings.bind(prefixed(kImportLights), p->m_lightsEnabled);
+        m_bindings.bind(prefixed(kImportVariants), p->m_variantsEnabled);
+        m_bindings.bind(prefixed(kImportTemplateGeometries), p->m_templateGeometriesEnabled);
     }
-    if (isOneOf(t, {Ondra, NX}))
-        bind(p->m_emptyLayersEnabled, {key(kImportEmptyLayers)});
-    bind(p->m_meshLODs, {key(kImportMeshLODs)});
-    bind(p->m_jtToolkit, {key(kJtToolkit)});
-    if (hasSmartReferences(t)) {
-        bind(p->m_importAsSmart, {typeName(t) + kCreateAsSmart});
-        bind(p->m_importBehavior, {typeName(t) + kSmartReferenceBehavior});
+    if (has(LoadsEmptyLayers))
+        m_bindings.bind(prefixed(kImportEmptyLayers), p->m_emptyLayersEnabled);
+    else if (has(EmptyLayers)) // shown and stored, never loaded
+        m_bindings.bindShown(
+            prefixed(kImportEmptyLayers), p->m_emptyLayersEnabled, [](QCheckBox *, bool) {},
+            [](const QCheckBox *box) { return box->isChecked(); });
+    m_bindings.bind(prefixed(kImportMeshLODs), p->m_meshLODs, lmIfNoItem::Clear);
+    m_bindings.bind(prefixed(kJtToolkit), p->m_jtToolkit, lmIfNoItem::Clear);
+    if (has(SmartReferences)) {
+        lmBindKeys(p->m_importAsSmart, names({kCreateAsSmart.name}));
+        lmBindKeys(p->m_importBehavior, names({kSmartReferenceBehavior.name}));
     }
 }
 
@@ -302,7 +350,17 @@ std::string lmFileTypePreferences::typeName() const
 
 std::string lmFileTypePreferences::typeName(int type)
 {
-    return type >= 0 && type < kTypeCount ? kTypeNames[type] : "undefined";
+    return type >= 0 && type < int(std::size(kFileTypes)) ? kFileTypes[type].name : "undefined";
+}
+
+std::string lmFileTypePreferences::smartReferenceBehaviorKey(FileType type)
+{
+    return typeName(type) + kSmartReferenceBehavior.name;
+}
+
+std::string lmFileTypePreferences::createAsSmartKey(FileType type)
+{
+    return typeName(type) + kCreateAsSmart.name;
 }
 
 std::string lmFileTypePreferences::key(const char *suffix) const
@@ -310,31 +368,25 @@ std::string lmFileTypePreferences::key(const char *suffix) const
     return typeName() + suffix;
 }
 
+std::string lmFileTypePreferences::sourceReferenceKey() const
+{
+    return key(kSourceReferenceBehavior);
+}
+
 void lmFileTypePreferences::setDefault(lmMessage &, bool overwrite)
 {
     lmMessage &store = getData();
-    const std::string prefix = typeName();
-    for (const CommonOption &row : kCommonOptions) {
-        if (row.scope == Scope::OndraOnly && m_fileType != Ondra)
-            continue;
-        store.set(storedKey(row, prefix), row.defaultValue, overwrite);
-    }
+    for (const Row &row : m_rows)
+        if (row.writeDefault)
+            row.writeDefault(store, overwrite);
     setFormatDefault(overwrite);
 }
 
 void lmFileTypePreferences::readOptions(const lmMessage &store)
 {
-    for (const CommonOption &row : kCommonOptions) {
-        const std::string key = readKey(row, m_fileType);
-        if (key.empty())
-            continue;
-        std::visit(
-            [this, &store, &key](auto member) {
-                if constexpr (!std::is_same<decltype(member), std::monostate>::value)
-                    getFromMessage(store, key, m_options.*member);
-            },
-            row.member);
-    }
+    for (const Row &row : m_rows)
+        if (row.read)
+            row.read(store);
 }
 
 void lmFileTypePreferences::apply()
@@ -380,8 +432,8 @@ void lmFileTypePreferences::apply()
     record.setImportCoordSystems(o.importCoordSystems);
     record.setOptimizeMaterials(o.optimizeMaterials);
     // Only a stored 2 keeps references; every other value removes them.
-    record.setSmartReferenceBehavior(o.smartReferenceBehavior == 2 ? lmImportOptions::KeepReferences
-                                                                   : lmImportOptions::RemoveReferences);
+    record.setSmartReferenceBehavior(o.smartReferenceBehavior == kKeepReferences ? lmImportOptions::KeepReferences
+                                                                                 : lmImportOptions::RemoveReferences);
     record.setImportAsSmartReference(o.importCreateAsSmart != 0);
     record.write();
 
@@ -401,99 +453,64 @@ void lmFileTypePreferences::storeGUI()
     storeFormatGUI();
 }
 
-// Which controls a type uses; storeCommonControls() follows the same rules.
 void lmFileTypePreferences::updateCommonControls()
 {
-    const int t = m_fileType;
     const Options &o = m_options;
     lmFileTypePreferencesGUIW *p = m_page;
-    m_loaded.clear();
 
-    if (!(isOneOf(t, {KBX, Kova, Obj, OpenSG, PLMXML, LUMO, VRML, ACIS}) || (t >= Ondra && t <= Step) || t == BCAD))
+    if (!has(ImportTab))
         removeTab(p->m_tabWidget, p->m_importTab);
-    if (!isOneOf(t, {KBX, Kova, OpenSG, LUMO, VRML, STL}))
+    if (!has(ExportTab))
         removeTab(p->m_tabWidget, p->m_exportTab);
-    p->m_exportSTL->setVisible(t == STL);
-    p->m_exportKBX->setVisible(t == KBX);
-    p->_legacy_jt_settings->setVisible(t == JT);
-    p->_legacy_rhino_settings->setVisible(t == Rhino);
+    p->m_exportSTL->setVisible(has(ExportSTL));
+    p->m_exportKBX->setVisible(has(ExportKBX));
+    p->_legacy_jt_settings->setVisible(has(LegacyJt));
+    p->_legacy_rhino_settings->setVisible(has(LegacyRhino));
 
-    if (!((t >= KBX && t <= PLMXML) || (t >= LUMO && t <= Step) || t == BCAD))
+    if (!has(CommonOptions))
         return;
 
     p->_general_settings->hide();
-    p->_file_specific_options->setVisible(isOneOf(
-        t, {PLMXML, Ondra, CatiaV4, CatiaV5, DGN, Fabricor, JT, NX, ProEngineer, Rhino, SolidEdge, SolidWorks, Step}));
-    p->_project_settings->setVisible(t == LUMO);
-    p->_advanced_settings->setVisible(!isOneOf(t, {KBX, PLMXML}));
+    p->_file_specific_options->setVisible(has(FileSpecific));
+    p->_project_settings->setVisible(has(Project));
+    p->_advanced_settings->setVisible(has(Advanced));
 
     p->_cbImportSurfaces->setCurrentIndex(geometryIndex(o.importSurfaces, o.importInvisibleSurfaces));
     p->_cbImportMeshes->setCurrentIndex(geometryIndex(o.importMeshes, o.importInvisibleMeshes));
     p->_cbImportCurves->setCurrentIndex(geometryIndex(o.importCurves, o.importInvisibleCurves));
 
+    m_bindings.load(getData());
     lmTesselationSettings *tessellation = p->m_tesselationSettings;
-    tessellation->setVisible(!isOneOf(t, {OpenSG, PLMXML, LUMO, STL}));
-    if (!isOneOf(t, {OpenSG, PLMXML, Python, Krafta3D, LUMO, STL})) {
-        // A mesh format has nothing to tessellate or stitch.
-        tessellation->enableGroups(t == KBX ? lmTesselationSettings::SceneGraphGroup
-                                            : lmTesselationSettings::StitchingGroup);
+    tessellation->setVisible(has(Tessellation));
+    if (has(Tessellation)) {
+        tessellation->enableGroups(has(MeshesOnly) ? lmTesselationSettings::SceneGraphGroup
+                                                   : lmTesselationSettings::StitchingGroup);
         tessellation->setChordDeviation(o.chordDeviation);
         tessellation->setNormalTolerance(o.normalTolerance);
         tessellation->setMaxChordLength(o.maxChordLength);
         tessellation->setStitchingEnabled(o.stitching);
         tessellation->setStitchingTolerance(o.stitchingTolerance);
         tessellation->updateQualityPreset();
-        m_loaded.loaded(key(kChordDeviation), tessellation->chordDeviationField(), o.chordDeviation);
-        m_loaded.loaded(key(kNormalTolerance), tessellation->normalToleranceField(), o.normalTolerance);
-        m_loaded.loaded(key(kMaxChordLength), tessellation->maxChordLengthField(), o.maxChordLength);
-        m_loaded.loaded(key(kStitchingTolerance), tessellation->stitchingToleranceField(), o.stitchingTolerance);
-        tessellation->keepSurfaceData()->setChecked(o.keepSurfaceData);
-        tessellation->unifySurfaceNormals()->setChecked(o.unifySurfaceNormals);
-        tessellation->mergeGeometries()->setChecked(o.mergeGeometries);
-        tessellation->createGroupsForLayers()->setChecked(o.createGroupsForLayers);
-        tessellation->removeEmptyGroups()->setChecked(o.removeEmptyGroups);
-        tessellation->unshareNodes()->setChecked(o.unshareNodes);
-        tessellation->flushTransformations()->setChecked(o.flushTransformations);
+        lmLoadedValues &loaded = m_bindings.loaded();
+        loaded.loaded(key(kChordDeviation.name), tessellation->chordDeviationField(), o.chordDeviation);
+        loaded.loaded(key(kNormalTolerance.name), tessellation->normalToleranceField(), o.normalTolerance);
+        loaded.loaded(key(kMaxChordLength.name), tessellation->maxChordLengthField(), o.maxChordLength);
+        loaded.loaded(key(kStitchingTolerance.name), tessellation->stitchingToleranceField(), o.stitchingTolerance);
     }
 
-    p->m_associativeMeshesEnabled->setVisible(isOneOf(t, {CatiaV5, NX, SolidEdge, Step}));
-    p->m_associativeMeshesEnabled->setChecked(o.importAssociativeMeshes);
-    p->m_invisibleInstancesEnabled->setVisible(!isOneOf(t, {PLMXML, Ondra, Draftex, Iges, BCAD}));
-    p->m_invisibleInstancesEnabled->setChecked(o.importInvisibleInstances);
-    const bool referencesAndMaterials = !isOneOf(t, {Ondra, Draftex, Iges, BCAD});
-    p->m_importReferencedFiles->setVisible(referencesAndMaterials);
-    p->m_importReferencedFiles->setChecked(o.importReferencedFiles);
-    p->m_optimizeMaterials->setVisible(referencesAndMaterials);
-    p->m_optimizeMaterials->setChecked(o.optimizeMaterials);
-    p->m_coordSystemsEnabled->setVisible(t == CatiaV5);
-    p->m_coordSystemsEnabled->setChecked(o.importCoordSystems);
+    p->m_associativeMeshesEnabled->setVisible(has(AssociativeMeshes));
+    p->m_invisibleInstancesEnabled->setVisible(has(InvisibleInstances));
+    p->m_importReferencedFiles->setVisible(has(References));
+    p->m_optimizeMaterials->setVisible(has(References));
+    p->m_coordSystemsEnabled->setVisible(has(CoordSystems));
+    setVisible({p->m_camerasEnabled, p->m_lightsEnabled, p->m_variantsEnabled, p->m_templateGeometriesEnabled},
+               has(OndraSwitches));
+    p->m_emptyLayersEnabled->setVisible(has(EmptyLayers));
+    setVisible({p->_meshLODsLabel, p->m_meshLODs, p->_jtToolkitLabel, p->m_jtToolkit}, has(JtOptions));
 
-    p->m_camerasEnabled->setVisible(t == Ondra);
-    p->m_camerasEnabled->setChecked(o.importCameras);
-    p->m_lightsEnabled->setVisible(t == Ondra);
-    p->m_lightsEnabled->setChecked(o.importLights);
-    p->m_variantsEnabled->setVisible(t == Ondra);
-    p->m_variantsEnabled->setChecked(o.importVariants);
-    p->m_templateGeometriesEnabled->setVisible(t == Ondra);
-    p->m_templateGeometriesEnabled->setChecked(o.importTemplateGeometries);
-    // NX shows the switch but never loads its stored value.
-    p->m_emptyLayersEnabled->setVisible(isOneOf(t, {Ondra, NX}));
-    if (t == Ondra)
-        p->m_emptyLayersEnabled->setChecked(o.importEmptyLayers);
-
-    for (QWidget *widget : std::initializer_list<QWidget *>{p->_meshLODsLabel, p->m_meshLODs, p->_jtToolkitLabel,
-                                                            p->m_jtToolkit})
-        widget->setVisible(t == JT);
-    p->m_meshLODs->setCurrentIndex(o.importMeshLODs);
-    m_loaded.loaded(key(kImportMeshLODs), p->m_meshLODs, std::int32_t(o.importMeshLODs));
-    p->m_jtToolkit->setCurrentIndex(o.jtToolkit);
-    m_loaded.loaded(key(kJtToolkit), p->m_jtToolkit, std::int32_t(o.jtToolkit));
-
-    for (QWidget *widget :
-         std::initializer_list<QWidget *>{p->m_importAsSmart, p->m_importBehavior, p->_importBehaviorLabel})
-        widget->setVisible(hasSmartReferences(t));
+    setVisible({p->m_importAsSmart, p->m_importBehavior, p->_importBehaviorLabel}, has(SmartReferences));
     p->m_importAsSmart->setChecked(o.importCreateAsSmart);
-    p->m_importBehavior->setCurrentIndex(o.smartReferenceBehavior == 2 ? 0 : 1);
+    p->m_importBehavior->setCurrentIndex(o.smartReferenceBehavior == kKeepReferences ? 0 : 1);
 
     p->_scene_settings->hide();
 }
@@ -502,62 +519,39 @@ void lmFileTypePreferences::updateCommonControls()
 // control that a type does not use never overwrites its stored value.
 void lmFileTypePreferences::storeCommonControls()
 {
-    const int t = m_fileType;
-    if (!((t >= KBX && t <= PLMXML) || (t >= LUMO && t <= Step) || t == BCAD))
+    if (!has(CommonOptions))
         return;
 
     lmMessage &store = getData();
     const lmFileTypePreferencesGUIW *p = m_page;
-    auto put = [&store](const std::string &key, const auto &value) { store.set(key, boost::any(value), true); };
-    auto putGeometry = [&](const char *importSuffix, const char *invisibleSuffix, const QComboBox *combo) {
-        put(key(importSuffix), combo->currentIndex() > 0);
-        put(key(invisibleSuffix), combo->currentIndex() > 1);
+    const auto putGeometry = [&](const lmTypedKey<bool> &import, const lmTypedKey<bool> &invisible,
+                                 const QComboBox *combo) {
+        prefixed(import).writePlain(store, combo->currentIndex() > 0);
+        prefixed(invisible).writePlain(store, combo->currentIndex() > 1);
     };
-
     putGeometry(kImportSurfaces, kImportInvisibleSurfaces, p->_cbImportSurfaces);
     putGeometry(kImportMeshes, kImportInvisibleMeshes, p->_cbImportMeshes);
     putGeometry(kImportCurves, kImportInvisibleCurves, p->_cbImportCurves);
 
-    if (!isOneOf(t, {OpenSG, PLMXML, Python, Krafta3D, LUMO, STL})) {
+    if (has(Tessellation)) {
         const lmTesselationSettings *tessellation = p->m_tesselationSettings;
-        const auto field = [this](const char *suffix, const QLMWheelPrec *wheel) {
-            return m_loaded.value(key(suffix), wheel, wheel->value());
+        const auto putField = [&](const lmTypedKey<double> &option, const QLMWheelPrec *wheel) {
+            const lmTypedKey<double> key = prefixed(option);
+            key.writePlain(store, m_bindings.loaded().value(key.name, wheel, wheel->value()));
         };
-        put(key(kChordDeviation), field(kChordDeviation, tessellation->chordDeviationField()));
-        put(key(kNormalTolerance), field(kNormalTolerance, tessellation->normalToleranceField()));
-        put(key(kMaxChordLength), field(kMaxChordLength, tessellation->maxChordLengthField()));
-        put(key(kStitching), tessellation->stitchingEnabled());
-        put(key(kStitchingTolerance), field(kStitchingTolerance, tessellation->stitchingToleranceField()));
-        put(key(kKeepSurfaceData), tessellation->keepSurfaceData()->isChecked());
-        put(key(kUnifySurfaceNormals), tessellation->unifySurfaceNormals()->isChecked());
-        put(key(kMergeGeometries), tessellation->mergeGeometries()->isChecked());
-        put(key(kCreateGroupsForLayers), tessellation->createGroupsForLayers()->isChecked());
-        put(key(kRemoveEmptyGroups), tessellation->removeEmptyGroups()->isChecked());
-        put(key(kUnshareNodes), tessellation->unshareNodes()->isChecked());
-        put(key(kFlushTransformations), tessellation->flushTransformations()->isChecked());
+        putField(kChordDeviation, tessellation->chordDeviationField());
+        putField(kNormalTolerance, tessellation->normalToleranceField());
+        putField(kMaxChordLength, tessellation->maxChordLengthField());
+        prefixed(kStitching).writePlain(store, tessellation->stitchingEnabled());
+        putField(kStitchingTolerance, tessellation->stitchingToleranceField());
     }
+    m_bindings.store(store, [](const char *) {});
 
-    put(key(kImportAssociativeMeshes), p->m_associativeMeshesEnabled->isChecked());
-    put(key(kImportInvisibleInstances), p->m_invisibleInstancesEnabled->isChecked());
-    put(subReferenceKey(t), p->m_importReferencedFiles->isChecked());
-    put(key(kOptimizeMaterials), p->m_optimizeMaterials->isChecked());
-    put(key(kImportCoordSystems), p->m_coordSystemsEnabled->isChecked());
-    if (t == Ondra) {
-        put(key(kImportCameras), p->m_camerasEnabled->isChecked());
-        put(key(kImportLights), p->m_lightsEnabled->isChecked());
-        put(key(kImportVariants), p->m_variantsEnabled->isChecked());
-        put(key(kImportTemplateGeometries), p->m_templateGeometriesEnabled->isChecked());
-    }
-    if (isOneOf(t, {Ondra, NX}))
-        put(key(kImportEmptyLayers), p->m_emptyLayersEnabled->isChecked());
-    put(key(kImportMeshLODs),
-        m_loaded.value(key(kImportMeshLODs), p->m_meshLODs, std::int32_t(p->m_meshLODs->currentIndex())));
-    put(key(kJtToolkit), m_loaded.value(key(kJtToolkit), p->m_jtToolkit, std::int32_t(p->m_jtToolkit->currentIndex())));
-    if (hasSmartReferences(t)) {
-        const std::string prefix = typeName(t);
-        put(prefix + kCreateAsSmart, p->m_importAsSmart->isChecked());
+    if (has(SmartReferences)) {
+        prefixed(kCreateAsSmart).writePlain(store, p->m_importAsSmart->isChecked());
         // "Keep References" is stored as 2; "Remove References" as its index.
-        put(prefix + kSmartReferenceBehavior, std::int32_t(p->m_importBehavior->currentIndex() == 0 ? 2 : 1));
+        prefixed(kSmartReferenceBehavior)
+            .writePlain(store, p->m_importBehavior->currentIndex() == 0 ? kKeepReferences : std::int32_t(1));
     }
 }
 

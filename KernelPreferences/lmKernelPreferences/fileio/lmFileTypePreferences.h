@@ -1,7 +1,7 @@
 #pragma once
 
 #include "lmCADFileTypes.h"
-#include "lmLoadedValues.h"
+#include "lmPageBindings.h"
 #include "lmPreferences.h"
 #include "ui_lmFileTypePreferencesGUI.h"
 
@@ -9,7 +9,10 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <deque>
+#include <functional>
 #include <string>
+#include <vector>
 
 class lmFileTypePreferencesGUIW : public QWidget, public Ui_lmFileTypePreferencesGUI
 {
@@ -85,17 +88,36 @@ public:
     // "undefined" for values outside the enumeration.
     static std::string typeName(int type);
 
+    // The smart-reference keys of a native scene format ("OpenSG", "LUMO").
+    static std::string smartReferenceBehaviorKey(lmCADFileTypes::FileType type);
+    static std::string createAsSmartKey(lmCADFileTypes::FileType type);
+
     lmFileTypePreferencesGUIW *page() const { return m_page; }
     const Options &options() const { return m_options; }
 
 protected:
     // The type name followed by the option suffix, without a separator.
     std::string key(const char *suffix) const;
-
-    // Common and format controls alike; cleared when the common controls load.
-    lmLoadedValues m_loaded;
+    // The source-reference key of this type, which only a format page writes.
+    std::string sourceReferenceKey() const;
 
 private:
+    struct Row
+    {
+        const char *name;
+        std::function<void(lmMessage &, bool)> writeDefault; // empty: never defaulted
+        std::function<void(const lmMessage &)> read;         // empty: never read
+    };
+    enum Use { Defaulted = 1, Read = 2 };
+    template <class T>
+    void declare(const char *prefix, const lmTypedKey<T> &option, T *member, int use = Defaulted | Read);
+    // The page's copy of a declared key name, which outlives its bindings.
+    const char *declaredName(const std::string &name) const;
+    template <class T>
+    lmTypedKey<T> prefixed(const lmTypedKey<T> &option) const;
+    void declareKeys();
+    bool has(unsigned capability) const;
+
     void readOptions(const lmMessage &store);
     void updateCommonControls();
     void storeCommonControls();
@@ -103,5 +125,8 @@ private:
 
     lmCADFileTypes::FileType m_fileType;
     Options m_options{};
+    std::deque<std::string> m_keyNames; // stable names for the rows and bindings
+    std::vector<Row> m_rows;            // in the order of their defaults
+    lmPageBindings m_bindings;
     lmFileTypePreferencesGUIW *m_page;
 };

@@ -4,22 +4,17 @@
 #include "lmFileIO.h"
 #include "lmImportOptions.h"
 #include "lmKeyTable.h"
-#include "lmMessageHelpers.h"
 
 #include <QCoreApplication>
 
 namespace {
 
 // "USEPLUGIN" set means the legacy loader is used.
-const char *const kUsePlugin = "JTOptions USEPLUGIN";
-const char *const kActiveLayerFilter = "JTOptions ACTIVELAYERFILTER";
-const char *const kLoadBreps = "JTOptions LOADBREPS";
+constexpr lmTypedKey<bool> kUsePlugin{"JTOptions USEPLUGIN", false};
+constexpr lmTypedKey<bool> kActiveLayerFilter{"JTOptions ACTIVELAYERFILTER", true};
+constexpr lmTypedKey<int> kLoadBreps{"JTOptions LOADBREPS", 0};
 
-const lmKeyTable kKeys{
-    lmKey<bool>(kUsePlugin, false),
-    lmKey<bool>(kActiveLayerFilter, true),
-    lmKey<int>(kLoadBreps, 0),
-};
+const lmKeyTable kKeys{kUsePlugin, kActiveLayerFilter, kLoadBreps};
 
 } // namespace
 
@@ -34,6 +29,11 @@ lmJtFilePreferencesGUII::lmJtFilePreferencesGUII()
         page()->_brepsLabel->hide();
         page()->m_legacyJtbreps->hide();
     }
+    // Plain writes: the loader switch and its options count as changed on every OK.
+    m_bindings.writeFromHere(lmPageBindings::Plain);
+    m_bindings.bind(kUsePlugin, page()->_useLegacyJtLoader);
+    m_bindings.bind(kActiveLayerFilter, page()->m_legacyJtActiveLayerfilter);
+    m_bindings.bind(kLoadBreps, page()->m_legacyJtbreps, lmIfNoItem::Clear);
     toggledUseLegacyJtLoader(page()->_useLegacyJtLoader->isChecked());
     connect(page()->_useLegacyJtLoader, &QCheckBox::toggled, this, &lmJtFilePreferencesGUII::toggledUseLegacyJtLoader);
 }
@@ -53,9 +53,9 @@ void lmJtFilePreferencesGUII::applyFormat(lmMessage &message)
     bool usePlugin = false;
     bool activeLayerFilter = true;
     int loadBreps = 0;
-    getFromMessage(message, kUsePlugin, usePlugin);
-    getFromMessage(message, kActiveLayerFilter, activeLayerFilter);
-    getFromMessage(message, kLoadBreps, loadBreps);
+    kUsePlugin.read(message, usePlugin);
+    kActiveLayerFilter.read(message, activeLayerFilter);
+    kLoadBreps.read(message, loadBreps);
 
     lmImportOptions record(typeName(), true, true);
     record.m_jtUsePlugin = usePlugin;
@@ -68,28 +68,12 @@ void lmJtFilePreferencesGUII::applyFormat(lmMessage &message)
 
 void lmJtFilePreferencesGUII::updateFormatGUI()
 {
-    const lmMessage &store = getData();
-    bool usePlugin = false;
-    if (getFromMessage(store, kUsePlugin, usePlugin))
-        page()->_useLegacyJtLoader->setChecked(usePlugin);
-    bool activeLayerFilter = true;
-    if (getFromMessage(store, kActiveLayerFilter, activeLayerFilter))
-        page()->m_legacyJtActiveLayerfilter->setChecked(activeLayerFilter);
-    int loadBreps = 0;
-    if (getFromMessage(store, kLoadBreps, loadBreps)) {
-        page()->m_legacyJtbreps->setCurrentIndex(loadBreps);
-        m_loaded.loaded(kLoadBreps, page()->m_legacyJtbreps, loadBreps);
-    }
+    m_bindings.load(getData());
 }
 
 void lmJtFilePreferencesGUII::storeFormatGUI()
 {
-    lmMessage &store = getData();
-    store.set(kUsePlugin, boost::any(page()->_useLegacyJtLoader->isChecked()), true);
-    store.set(kActiveLayerFilter, boost::any(page()->m_legacyJtActiveLayerfilter->isChecked()), true);
-    store.set(kLoadBreps,
-              boost::any(m_loaded.value(kLoadBreps, page()->m_legacyJtbreps, page()->m_legacyJtbreps->currentIndex())),
-              true);
+    m_bindings.store(getData(), [](const char *) {});
 }
 
 // The layer filter and the B-rep handling only concern the legacy loader.

@@ -21,4 +21,7 @@ public:
 
 private Q_SLOTS:
     void toggledUseLegacyJtLoader(bool on);
+
+private:
+    lmPageBindings m_bindings;
 };

@@ -1,7 +1,6 @@
 #include "lmKBXFilePreferencesGUI.h"
 
 #include "lmKeyTable.h"
-#include "lmMessageHelpers.h"
 #include "OpenSG/OSGSceneFileHandler.h"
 
 #include <QCoreApplication>
@@ -10,15 +9,12 @@
 
 namespace {
 
-const char *const kVersion = "KbxOptions version";
-const char *const kFormat = "KbxOptions format";
-const char *const kExportVertexColors = "KbxOptions export vertex colors";
+// The version is the combo's item data; any format but 0 is ASCII.
+constexpr lmTypedKey<int> kVersion{"KbxOptions version", 0};
+constexpr lmTypedKey<int> kFormat{"KbxOptions format", 0};
+constexpr lmTypedKey<bool> kExportVertexColors{"KbxOptions export vertex colors", false};
 
-const lmKeyTable kKeys{
-    lmKey<int>(kVersion, 0),
-    lmKey<int>(kFormat, 0),
-    lmKey<bool>(kExportVertexColors, false),
-};
+const lmKeyTable kKeys{kVersion, kFormat, kExportVertexColors};
 
 // 0 stands for the current version. 2015 has no name: the writer then gets an
 // empty version, which the combo never offers (its 2014/2015 item stores 2014).
@@ -54,6 +50,12 @@ lmKBXFilePreferencesGUII::lmKBXFilePreferencesGUII()
     versions->addItem(tr("KBX 2013"), 2013);
     versions->addItem(tr("KBX 2012"), 2012);
     versions->addItem(tr("KBX 2011"), 2011);
+
+    m_bindings.writeFromHere(lmPageBindings::Plain);
+    // A version that no item stores leaves the combo without a selection.
+    m_bindings.bindData(kVersion, versions, lmIfNoItem::Clear);
+    m_bindings.bind(kFormat, page()->_export_format, lmIfNoItem::Clear);
+    m_bindings.bind(kExportVertexColors, page()->_export_vertex_colors);
 }
 
 lmKBXFilePreferencesGUII::~lmKBXFilePreferencesGUII()
@@ -71,9 +73,9 @@ void lmKBXFilePreferencesGUII::applyFormat(lmMessage &message)
     int version = 0;
     int format = 0;
     bool vertexColors = false;
-    getFromMessage(message, kVersion, version);
-    getFromMessage(message, kFormat, format);
-    getFromMessage(message, kExportVertexColors, vertexColors);
+    kVersion.read(message, version);
+    kFormat.read(message, format);
+    kExportVertexColors.read(message, vertexColors);
 
     std::string options = "kbx_version=";
     options += versionName(version);
@@ -86,32 +88,10 @@ void lmKBXFilePreferencesGUII::applyFormat(lmMessage &message)
 
 void lmKBXFilePreferencesGUII::updateFormatGUI()
 {
-    const lmMessage &store = getData();
-    int version = 0;
-    // A version that no item stores leaves the combo without a selection.
-    if (getFromMessage(store, kVersion, version)) {
-        page()->_export_version->setCurrentIndex(page()->_export_version->findData(version));
-        m_loaded.loaded(kVersion, page()->_export_version, version);
-    }
-    int format = 0;
-    if (getFromMessage(store, kFormat, format)) {
-        page()->_export_format->setCurrentIndex(format);
-        m_loaded.loaded(kFormat, page()->_export_format, format);
-    }
-    bool vertexColors = false;
-    if (getFromMessage(store, kExportVertexColors, vertexColors))
-        page()->_export_vertex_colors->setChecked(vertexColors);
+    m_bindings.load(getData());
 }
 
 void lmKBXFilePreferencesGUII::storeFormatGUI()
 {
-    lmMessage &store = getData();
-    store.set(kVersion,
-              boost::any(m_loaded.value(kVersion, page()->_export_version,
-                                        page()->_export_version->currentData().toInt())),
-              true);
-    store.set(kFormat,
-              boost::any(m_loaded.value(kFormat, page()->_export_format, page()->_export_format->currentIndex())),
-              true);
-    store.set(kExportVertexColors, boost::any(page()->_export_vertex_colors->isChecked()), true);
+    m_bindings.store(getData(), [](const char *) {});
 }

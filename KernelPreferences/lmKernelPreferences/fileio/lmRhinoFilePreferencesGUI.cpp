@@ -4,22 +4,26 @@
 #include "lmImportOptions.h"
 #include "lmKeyBinding.h"
 #include "lmKeyTable.h"
-#include "lmMessageHelpers.h"
 
 #include <QCoreApplication>
 
 namespace {
 
 // "USEPLUGIN" selects the legacy loader; the persisted name stays.
-const char *const kUsePlugin = "RhinoOptions USEPLUGIN";
-const char *const kMergeGeometries = "RhinoOptions merge geometries";
-const char *const kImportNurbs = "RhinoOptions import nurbs";
+constexpr lmTypedKey<bool> kUsePlugin{"RhinoOptions USEPLUGIN", false};
+// Also the common "merge geometries" key of this type.
+constexpr lmTypedKey<bool> kMergeGeometries{"RhinoOptions merge geometries", true};
+constexpr lmTypedKey<bool> kImportNurbs{"RhinoOptions import nurbs", true};
 
-const lmKeyTable kKeys{
-    lmKey<bool>(kUsePlugin, false),
-    lmKey<bool>(kMergeGeometries, true),
-    lmKey<bool>(kImportNurbs, true),
-};
+const lmKeyTable kKeys{kUsePlugin, kMergeGeometries, kImportNurbs};
+
+// A key that does not read gives its default.
+bool readOrDefault(const lmMessage &store, const lmTypedKey<bool> &key)
+{
+    bool value = key.defaultValue;
+    key.read(store, value);
+    return value;
+}
 
 } // namespace
 
@@ -32,6 +36,9 @@ lmRhinoFilePreferencesGUII::lmRhinoFilePreferencesGUII()
     // The common "merge geometries" key of this type is the legacy loader's
     // own; the legacy check box is stored after the common one and wins.
     lmBindKeys(page()->m_tesselationSettings->mergeGeometries(), {});
+    lmBindKeys(page()->m_useLegacyRhinoLoader, {kUsePlugin.name});
+    lmBindKeys(page()->m_rhinoMergeGeometries, {kMergeGeometries.name});
+    lmBindKeys(page()->m_rhinoImportNurbs, {kImportNurbs.name});
     connect(page()->m_useLegacyRhinoLoader, &QCheckBox::stateChanged, this,
             &lmRhinoFilePreferencesGUII::stateChangedUseLegacyRhinoLoader);
 }
@@ -48,12 +55,9 @@ void lmRhinoFilePreferencesGUII::setFormatDefault(bool overwrite)
 
 void lmRhinoFilePreferencesGUII::applyFormat(lmMessage &message)
 {
-    bool usePlugin = false;
-    bool mergeGeometries = true;
-    bool importNurbs = true;
-    getFromMessage(message, kUsePlugin, usePlugin);
-    getFromMessage(message, kMergeGeometries, mergeGeometries);
-    getFromMessage(message, kImportNurbs, importNurbs);
+    const bool usePlugin = readOrDefault(message, kUsePlugin);
+    const bool mergeGeometries = readOrDefault(message, kMergeGeometries);
+    const bool importNurbs = readOrDefault(message, kImportNurbs);
 
     lmFileIO::setUseLegacyRhinoLoader(usePlugin);
 
@@ -69,27 +73,21 @@ void lmRhinoFilePreferencesGUII::applyFormat(lmMessage &message)
 void lmRhinoFilePreferencesGUII::updateFormatGUI()
 {
     const lmMessage &store = getData();
-    bool usePlugin = false;
-    bool mergeGeometries = true;
-    bool importNurbs = true;
-    getFromMessage(store, kUsePlugin, usePlugin);
-    getFromMessage(store, kMergeGeometries, mergeGeometries);
-    getFromMessage(store, kImportNurbs, importNurbs);
-    page()->m_useLegacyRhinoLoader->setChecked(usePlugin);
-    page()->m_rhinoMergeGeometries->setChecked(mergeGeometries);
-    page()->m_rhinoImportNurbs->setChecked(importNurbs);
+    page()->m_useLegacyRhinoLoader->setChecked(readOrDefault(store, kUsePlugin));
+    page()->m_rhinoMergeGeometries->setChecked(readOrDefault(store, kMergeGeometries));
+    page()->m_rhinoImportNurbs->setChecked(readOrDefault(store, kImportNurbs));
     enableLegacyOptions();
 }
 
 void lmRhinoFilePreferencesGUII::storeFormatGUI()
 {
     lmMessage &store = getData();
-    store.set(kUsePlugin, boost::any(page()->m_useLegacyRhinoLoader->isChecked()), true);
+    kUsePlugin.writePlain(store, page()->m_useLegacyRhinoLoader->isChecked());
     // The merge key is also the common switch of the advanced page, which the
     // base has just stored; the legacy box is written last and decides, also
     // while it is disabled.
-    store.set(kMergeGeometries, boost::any(page()->m_rhinoMergeGeometries->isChecked()), true);
-    store.set(kImportNurbs, boost::any(page()->m_rhinoImportNurbs->isChecked()), true);
+    kMergeGeometries.writePlain(store, page()->m_rhinoMergeGeometries->isChecked());
+    kImportNurbs.writePlain(store, page()->m_rhinoImportNurbs->isChecked());
 }
 
 void lmRhinoFilePreferencesGUII::stateChangedUseLegacyRhinoLoader(int)

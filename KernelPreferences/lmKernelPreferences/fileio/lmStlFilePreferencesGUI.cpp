@@ -1,14 +1,13 @@
 #include "lmStlFilePreferencesGUI.h"
 
-#include "lmMessageHelpers.h"
-
 #include <QCoreApplication>
 
 namespace {
 
 // 0 text ("Ascii"), 1 binary.
-const char *const kExport = "STLOptions export";
-const char *const kSourceReferenceBehavior = "STLOptions import source reference behavior";
+constexpr lmTypedKey<int> kExport{"STLOptions export", 0};
+// What STL keeps of source references, pinned whatever was loaded.
+constexpr int kSourceReferences = 1;
 
 } // namespace
 
@@ -17,21 +16,22 @@ lmStlFilePreferencesGUII::lmStlFilePreferencesGUII()
       lmFileTypePreferences(lmCADFileTypes::STL, QStringLiteral("STL"),
                             QCoreApplication::translate("lmPreferences", "FileIO"))
 {
+    m_bindings.writeFromHere(lmPageBindings::Plain);
+    m_bindings.bind(kExport, page()->m_stlExportFormat, lmIfNoItem::Clear);
 }
 
 lmStlFilePreferencesGUII::~lmStlFilePreferencesGUII()
 {
     lmMessage &store = getData();
-    store.remove(kExport);
-    store.remove(kSourceReferenceBehavior);
+    store.remove(kExport.name);
+    store.remove(sourceReferenceKey());
 }
 
 void lmStlFilePreferencesGUII::setFormatDefault(bool overwrite)
 {
     lmMessage &store = getData();
-    store.set(kExport, boost::any(0), overwrite);
-    // Pinned: whatever was loaded, STL keeps source references as 1.
-    store.set(kSourceReferenceBehavior, boost::any(1), true);
+    kExport.writeDefault(store, overwrite);
+    store.set(sourceReferenceKey(), boost::any(kSourceReferences), true);
 }
 
 void lmStlFilePreferencesGUII::applyFormat(lmMessage &)
@@ -41,18 +41,12 @@ void lmStlFilePreferencesGUII::applyFormat(lmMessage &)
 
 void lmStlFilePreferencesGUII::updateFormatGUI()
 {
-    int format = 0;
-    if (getFromMessage(getData(), kExport, format)) {
-        page()->m_stlExportFormat->setCurrentIndex(format);
-        m_loaded.loaded(kExport, page()->m_stlExportFormat, format);
-    }
+    m_bindings.load(getData());
 }
 
 void lmStlFilePreferencesGUII::storeFormatGUI()
 {
     lmMessage &store = getData();
-    store.set(kExport,
-              boost::any(m_loaded.value(kExport, page()->m_stlExportFormat, page()->m_stlExportFormat->currentIndex())),
-              true);
-    store.set(kSourceReferenceBehavior, boost::any(1), true);
+    m_bindings.store(store, [](const char *) {});
+    store.set(sourceReferenceKey(), boost::any(kSourceReferences), true);
 }

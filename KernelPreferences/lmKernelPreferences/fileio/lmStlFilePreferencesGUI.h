@@ -20,4 +20,7 @@ public:
     void applyFormat(lmMessage &message) override;
     void updateFormatGUI() override;
     void storeFormatGUI() override;
+
+private:
+    lmPageBindings m_bindings;
 };
