@@ -3,6 +3,7 @@
 #include "OpenSG/OSGSceneFileHandler.h"
 #include "OpenSGFileIO.h"
 #include "lmController.h"
+#include "lmFileTypePreferences.h"
 #include "lmFileIO.h"
 #include "lmImportOptions.h"
 
@@ -37,22 +38,14 @@ const lmTypedKey<bool> kShowThumbnail{"VpbFileIO show thumbnail preview", true};
 const char *const kRetiredCompressTextures = "OsbFileIO compress textures";
 const char *const kRetiredTexturesImageType = "OsbFileIO textures image type";
 
-// Import behaviour of native files: keys formed like the CAD import options,
-// format word and option joined without a separator.
-const char *const kLUMO = "LUMO";
-const char *const kOpenSG = "OpenSG";
-std::string smartBehaviorKey(const char *format)
-{
-    return std::string(format) + "Options import smart reference behavior";
-}
-std::string createAsSmartKey(const char *format)
-{
-    return std::string(format) + "Options import create as smart";
-}
-const std::string kLUMOSmartBehavior = smartBehaviorKey(kLUMO);
-const std::string kLUMOCreateAsSmart = createAsSmartKey(kLUMO);
-const std::string kOpenSGSmartBehavior = smartBehaviorKey(kOpenSG);
-const std::string kOpenSGCreateAsSmart = createAsSmartKey(kOpenSG);
+// Import behaviour of the native formats: the CAD file-type base names their
+// keys as it names every other format's.
+const std::string kLUMO = lmFileTypePreferences::typeName(lmCADFileTypes::LUMO);
+const std::string kOpenSG = lmFileTypePreferences::typeName(lmCADFileTypes::OpenSG);
+const std::string kLUMOSmartBehavior = lmFileTypePreferences::smartReferenceBehaviorKey(lmCADFileTypes::LUMO);
+const std::string kLUMOCreateAsSmart = lmFileTypePreferences::createAsSmartKey(lmCADFileTypes::LUMO);
+const std::string kOpenSGSmartBehavior = lmFileTypePreferences::smartReferenceBehaviorKey(lmCADFileTypes::OpenSG);
+const std::string kOpenSGCreateAsSmart = lmFileTypePreferences::createAsSmartKey(lmCADFileTypes::OpenSG);
 const lmTypedKey<int> kLUMOSmart{kLUMOSmartBehavior.c_str(), 2};
 const lmTypedKey<bool> kLUMOSmartCreate{kLUMOCreateAsSmart.c_str(), false};
 const lmTypedKey<int> kOpenSGSmart{kOpenSGSmartBehavior.c_str(), 2};
@@ -251,7 +244,7 @@ void lmOsbPreferencesGUII::apply()
     kLUMOSmart.read(data, smartBehavior);
     bool createAsSmart = false;
     kLUMOSmartCreate.read(data, createAsSmart);
-    for (const char *format : {kLUMO, kOpenSG}) {
+    for (const std::string &format : {kLUMO, kOpenSG}) {
         lmImportOptions importOptions(format, true, true);
         importOptions.setSmartReferenceBehavior(smartBehavior == kKeepReferences ? lmImportOptions::KeepReferences
                                                                                  : lmImportOptions::RemoveReferences);
