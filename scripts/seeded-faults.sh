@@ -208,6 +208,10 @@ faults=(
     "KernelPreferences/lmKernelPreferences/fileio/lmRhinoFilePreferencesGUI.cpp"
     "record.m_importNurbs = importNurbs;" "record.m_importNurbs = mergeGeometries;"
     "a Rhino record field taken from the wrong key"
+
+    "KernelPreferences/lmKernelPreferences/fileio/lmFileTypePreferences.cpp"
+    "return !import ? 0 : (!invisible ? 1 : 2);" "return !import && !invisible ? 0 : (!invisible ? 1 : 2);"
+    "invisible geometry shown as imported although import is off"
 )
 
 cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DLM_BENCHMARKS=OFF >/dev/null

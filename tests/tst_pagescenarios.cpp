@@ -2,6 +2,7 @@
 // tests/data/scenarios: host state, stored values, hooks, control edits and
 // dialog answers in, host calls, stored values, control states and dialogs
 // out. The format is described at the top of README.txt in that folder.
+#include "lmCADFileTypeRegistry.h"
 #include "lmCategoryRows.h"
 #include "lmCallLog.h"
 #include "lmHostProcess.h"
@@ -49,6 +50,12 @@ const std::map<QString, std::function<bool(const QString &)>> kHostState = {
     {"webport", [](const QString &port) { return lmHostProcess::setWebInterfacePort(port.toInt()), true; }},
     {"webpipe", [](const QString &pipe) { return lmHostProcess::setWebInterfacePipe(pipe), true; }},
     {"webfails", [](const QString &) { return lmHostProcess::setWebInterfaceStartFails(true), true; }},
+    {"nocadtype",
+     [](const QString &type) {
+         bool ok = false;
+         const int number = type.toInt(&ok);
+         return ok && (lmCADFileTypeRegistry::removeType(lmCADFileTypes::FileType(number)), true);
+     }},
 };
 
 // What pages change beyond the store and the host calls, as text.
@@ -180,6 +187,11 @@ private:
         return out;
     }
 
+    static QString text(const boost::any &v)
+    {
+        return lmStoreDocument::typeName(v) + ' ' + QString::fromStdString(lmStoreDocument::valueJson(v));
+    }
+
     boost::any value(const QString &type, const QString &json)
     {
         boost::any out;
@@ -215,12 +227,18 @@ private:
         } else if (verb == "remove") {
             lmPreferences::getData().remove(w.value(1).toStdString());
         } else if (verb == "stored") {
-            const auto text = [](const boost::any &v) {
-                return lmStoreDocument::typeName(v) + ' ' + QString::fromStdString(lmStoreDocument::valueJson(v));
-            };
             const std::string key = w.value(1).toStdString();
             compare(w.value(1), lmPreferences::getData().contains(key) ? text(lmPreferences::getData().get(key)) : "missing",
                     w.value(2) == "missing" ? "missing" : text(value(w.value(2), rest)));
+        } else if (verb == "keys") {
+            QStringList actual, expected;
+            for (const auto &entry : lmPreferences::getData().values())
+                actual << QString::fromStdString(entry.first) + ' ' + text(entry.second);
+            for (const QString &entry : block()) {
+                const QStringList k = words(entry, &rest, 2);
+                expected << k.value(0) + ' ' + text(value(k.value(1), rest));
+            }
+            compare(QStringLiteral("store"), actual.join("\n           "), expected.join("\n           "));
         } else if (verb == "setDefault") {
             lmPreferencesHost::setDefault(category(), w.value(1) == "overwrite");
         } else if (verb == "apply") {
@@ -261,7 +279,11 @@ private:
                 keys << QString::fromStdString(key);
             compare(QStringLiteral("unchanged keys"), keys.join(", "), w.mid(1).join(", "));
         } else if (verb == "pages") {
-            compare(QStringLiteral("pages"), QString::number(lmPreferencesHost::pages().size()), w.value(1));
+            QStringList actual(QString::number(lmPreferencesHost::pages().size()));
+            for (const auto &page : lmPreferencesHost::pages())
+                if (w.size() > 2) // and the pages' paths, when given
+                    actual << page.path();
+            compare(QStringLiteral("pages"), actual.join(" | "), w.mid(1).join(" | "));
         } else if (verb == "emit") { // a picker's signal, as if the user chose a colour
             auto *picker = qobject_cast<QLMColorManipulator *>(control(w.value(1)));
             if (picker)
