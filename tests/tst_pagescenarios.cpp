@@ -43,7 +43,8 @@ std::function<bool(const QString &)> service(lmKernelServicesHost::Presence pres
     };
 }
 
-// Host state set before a page is created; false for a value it does not know.
+// Host state, set before a page is created or under a running one; false for
+// a value it does not know.
 const std::map<QString, std::function<bool(const QString &)>> kHostState = {
     {"edition",
      [](const QString &name) {
@@ -67,7 +68,8 @@ const std::map<QString, std::function<bool(const QString &)>> kHostState = {
     {"hqaa", [](const QString &) { return lmRenderHostState::state().highQualityAntialiasing = true, true; }},
     {"cursorbase", [](const QString &size) { return (lmRenderHostState::state().cursorBaseSize = size.toInt()) > 0; }},
     {"noheadlight", [](const QString &) { return lmRenderHostState::state().headlight = nullptr, true; }},
-    {"display", [](const QString &type) { return lmOSGWidget::setDisplayType(lmOSGWidget::lmDisplay(type.toInt())), true; }},
+    {"display",
+     [](const QString &type) { return lmOSGWidget::setDisplayType(lmOSGWidget::lmDisplay(type.toInt())), true; }},
     {"service", service(lmKernelServicesHost::Present)},
     {"nullservice", service(lmKernelServicesHost::NullService)},
     {"noservice", service(lmKernelServicesHost::UnknownClass)},
@@ -308,10 +310,13 @@ private:
                 emit picker->colorChanged(w.value(3).toFloat(), w.value(4).toFloat(), w.value(5).toFloat());
         } else if (verb == "cell") { // a table cell made current and, given a text, edited
             auto *table = qobject_cast<QTableWidget *>(control(w.value(1)));
+            const int row = w.value(2).toInt(), column = w.value(3).toInt();
             if (table)
-                table->setCurrentCell(w.value(2).toInt(), w.value(3).toInt());
-            if (table && w.size() > 4)
-                table->item(w.value(2).toInt(), w.value(3).toInt())->setText(w.value(4));
+                table->setCurrentCell(row, column);
+            if (table && w.size() > 4 && !table->item(row, column))
+                fail(QStringLiteral("no cell %1 %2").arg(row).arg(column));
+            else if (table && w.size() > 4)
+                table->item(row, column)->setText(w.value(4));
         } else if (verb == "set" || verb == "click" || verb == "type" || verb == "shows") {
             QWidget *widget = control(w.value(1));
             if (!widget)
