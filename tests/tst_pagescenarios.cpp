@@ -7,7 +7,10 @@
 #include "lmCallLog.h"
 #include "lmHostProcess.h"
 #include "lmHostSettings.h"
+#include "lmKernelServicesHost.h"
+#include "lmOSGWidget.h"
 #include "lmPreferencesHost.h"
+#include "lmRenderHostState.h"
 #include "lmStoreFile.h"
 #include "lmTestSupport.h"
 
@@ -19,18 +22,33 @@
 #include <QDir>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QtTest>
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <memory>
 
 namespace {
 
-// Host state set before a page is created; false for a value it does not know.
+std::function<bool(const QString &)> onOff(void (*set)(bool))
+{
+    return [set](const QString &value) { return (value == "on" || value == "off") && (set(value == "on"), true); };
+}
+
+std::function<bool(const QString &)> service(lmKernelServicesHost::Presence presence)
+{
+    return [presence](const QString &name) {
+        return lmKernelServicesHost::setServicePresence(name.toLatin1().constData(), presence), true;
+    };
+}
+
+// Host state, set before a page is created or under a running one; false for
+// a value it does not know.
 const std::map<QString, std::function<bool(const QString &)>> kHostState = {
     {"edition",
      [](const QString &name) {
@@ -56,6 +74,19 @@ const std::map<QString, std::function<bool(const QString &)>> kHostState = {
          const int number = type.toInt(&ok);
          return ok && (lmCADFileTypeRegistry::removeType(lmCADFileTypes::FileType(number)), true);
      }},
+    {"appname", [](const QString &name) { return lmHostSettings::setApplicationName(name), true; }},
+    {"renderpaused", [](const QString &) { return lmRenderHostState::state().renderEnabled = false, true; }},
+    {"hqaa", [](const QString &) { return lmRenderHostState::state().highQualityAntialiasing = true, true; }},
+    {"cursorbase", [](const QString &size) { return (lmRenderHostState::state().cursorBaseSize = size.toInt()) > 0; }},
+    {"noheadlight", [](const QString &) { return lmRenderHostState::state().headlight = nullptr, true; }},
+    {"display",
+     [](const QString &type) { return lmOSGWidget::setDisplayType(lmOSGWidget::lmDisplay(type.toInt())), true; }},
+    {"service", service(lmKernelServicesHost::Present)},
+    {"nullservice", service(lmKernelServicesHost::NullService)},
+    {"noservice", service(lmKernelServicesHost::UnknownClass)},
+    {"eyetracking", onOff(lmKernelServicesHost::setEyeTrackingSupported)},
+    {"starvr", onOff(lmKernelServicesHost::setStarVRHandlerPresent)},
+    {"shadingrate", onOff(lmKernelServicesHost::setShadingRateImageSupported)},
 };
 
 // What pages change beyond the store and the host calls, as text.
@@ -192,6 +223,30 @@ private:
         return lmStoreDocument::typeName(v) + ' ' + QString::fromStdString(lmStoreDocument::valueJson(v));
     }
 
+    // The calls written in the data file, each of changes replacing every call
+    // of its Class::operation and each "-CALL" dropping that call.
+    QStringList knownCalls(const QString &name, const QStringList &changes)
+    {
+        QFile file(QStringLiteral(LM_TEST_DATA_DIR "/") + name);
+        if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+            fail(QStringLiteral("cannot read %1").arg(file.fileName()));
+        QStringList calls = QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
+        calls.erase(std::remove_if(calls.begin(), calls.end(), [](const QString &l) { return l.startsWith('#'); }),
+                    calls.end());
+        for (const QString &change : changes) {
+            const bool drop = change.startsWith('-');
+            const QString call = drop ? change.mid(1) : change;
+            const QString operation = call.left(call.indexOf('(') + 1);
+            int found = drop ? calls.removeAll(call) : 0;
+            for (QString &line : calls)
+                if (!drop && line.startsWith(operation) && ++found)
+                    line = call;
+            if (!found)
+                fail(QStringLiteral("no call %1 in %2").arg(drop ? call : operation, name));
+        }
+        return calls;
+    }
+
     boost::any value(const QString &type, const QString &json)
     {
         boost::any out;
@@ -264,7 +319,9 @@ private:
             lmPreferencesHost::apply(c);
         } else if (verb == "calls") {
             QStringList actual = lmCallLog::lines();
-            const QStringList expected = block();
+            QStringList expected = block();
+            if (w.value(1) == "like")
+                expected = knownCalls(w.value(2), expected);
             for (int i = 0; i < std::min(actual.size(), expected.size()); ++i) { // "..." stands for any text
                 QString pattern = QRegularExpression::escape(expected[i]);
                 pattern.replace(QLatin1String("\\.\\.\\."), QLatin1String(".*"));
@@ -273,6 +330,14 @@ private:
             }
             compare(QStringLiteral("host calls"), actual.join("\n           "), expected.join("\n           "));
             lmCallLog::clear();
+        } else if (verb == "printed") {
+            QString expected;
+            for (const QString &printed : block())
+                expected += printed + '\n';
+            compare(QStringLiteral("printed"), m_stderr->text(), expected);
+            m_stderr = std::make_unique<lmStderrCapture>();
+        } else if (verb == "keys") {
+            compare(QStringLiteral("keys stored"), QString::number(lmPreferences::getData().size()), w.value(1));
         } else if (verb == "unchanged") {
             QStringList keys;
             for (const std::string &key : lmPreferencesHost::unchangedKeys(category()))
@@ -288,6 +353,15 @@ private:
             auto *picker = qobject_cast<QLMColorManipulator *>(control(w.value(1)));
             if (picker)
                 emit picker->colorChanged(w.value(3).toFloat(), w.value(4).toFloat(), w.value(5).toFloat());
+        } else if (verb == "cell") { // a table cell made current and, given a text, edited
+            auto *table = qobject_cast<QTableWidget *>(control(w.value(1)));
+            const int row = w.value(2).toInt(), column = w.value(3).toInt();
+            if (table)
+                table->setCurrentCell(row, column);
+            if (table && w.size() > 4 && !table->item(row, column))
+                fail(QStringLiteral("no cell %1 %2").arg(row).arg(column));
+            else if (table && w.size() > 4)
+                table->item(row, column)->setText(w.value(4));
         } else if (verb == "set" || verb == "click" || verb == "type" || verb == "press" || verb == "shows") {
             QWidget *widget = control(w.value(1));
             if (!widget)
@@ -307,18 +381,26 @@ private:
                 QString expected = w.value(3);
                 if (w.value(2) == "hidden")
                     actual = widget->isHidden() ? "true" : "false";
+                // Each row's cells joined by " | ", one row per word.
                 if (auto *view = qobject_cast<QAbstractItemView *>(widget); view && w.value(2) == "rows") {
                     QStringList rows;
-                    for (int row = 0; row < view->model()->rowCount(); ++row)
-                        rows << view->model()->index(row, 0).data().toString();
-                    actual = rows.join(" | ");
-                    expected = w.mid(3).join(" | ");
+                    for (int row = 0; row < view->model()->rowCount(); ++row) {
+                        QStringList cells;
+                        for (int column = 0; column < view->model()->columnCount(); ++column)
+                            cells << view->model()->index(row, column).data().toString();
+                        rows << cells.join(" | ");
+                    }
+                    actual = rows.join("; ");
+                    expected = w.mid(3).join("; ");
                 }
                 if (auto *picker = qobject_cast<QLMColorManipulator *>(widget)) {
                     float r = 0, g = 0, b = 0;
                     picker->getColor(r, g, b);
                     actual = QStringLiteral("%1 %2 %3").arg(r).arg(g).arg(b);
                 }
+                auto *table = qobject_cast<QTableWidget *>(widget);
+                if (table && w.value(2) == "currentRow")
+                    actual = QString::number(table->currentRow());
                 compare(w.value(1) + ' ' + w.value(2), actual, expected);
             }
         } else if (verb == "select" || verb == "edit") { // rows of a list, table or tree, as a user picks them

@@ -2,14 +2,13 @@
 
 // Helpers shared by the page tests: the host's start-up and accept passes,
 // values written as a loaded store holds them, a printable store, the
-// wrong-type reports and known call sequences.
+// wrong-type reports and the calls of one hook.
 #include "lmCallLog.h"
 #include "lmMessageHelpers.h"
 #include "lmPreferences.h"
 #include "lmPreferencesCategory.h"
 #include "lmPreferencesHost.h"
 
-#include <QFile>
 #include <QMap>
 #include <QRegularExpression>
 #include <QStringList>
@@ -99,25 +98,6 @@ inline QStringList wrongTypeReports(const QString &printed)
     return lines;
 }
 
-// lines with every call of a replacement's operation ("Class::operation(")
-// replaced by it: a known sequence with a few values changed.
-inline QStringList withCalls(QStringList lines, const QStringList &replacements)
-{
-    for (const QString &replacement : replacements) {
-        const QString operation = replacement.left(replacement.indexOf('(') + 1);
-        bool found = false;
-        for (QString &line : lines) {
-            if (line.startsWith(operation)) {
-                line = replacement;
-                found = true;
-            }
-        }
-        if (!found)
-            qFatal("withCalls: no %s call to replace", qPrintable(operation));
-    }
-    return lines;
-}
-
 // The calls one apply makes.
 template <class Category>
 QStringList applyLog(Category &category)
@@ -135,19 +115,3 @@ QStringList acceptLog(Category &category)
     acceptPage(category);
     return lmCallLog::lines();
 }
-
-#ifdef LM_TEST_DATA_DIR
-// A call sequence written down in tests/data: one call a line, '#' starts a
-// comment line.
-inline QStringList expectedCalls(const char *name)
-{
-    QFile file(QStringLiteral(LM_TEST_DATA_DIR "/") + QLatin1String(name));
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        qFatal("cannot read %s", qPrintable(file.fileName()));
-    QStringList calls;
-    for (const QString &line : QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts))
-        if (!line.startsWith(QLatin1Char('#')))
-            calls << line;
-    return calls;
-}
-#endif
